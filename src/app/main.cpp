@@ -1,0 +1,158 @@
+// vantrel-test: the hand-driven test console for "Vantrel.Application".
+
+#include "console/console.h"
+#include "server/server_calls.h"
+#include "server/trace_json.h"
+#include "simulator/simulator.h"
+#include "ui/console_window.h"
+#include "ui/qt_ports.h"
+#include "ui/script_runner.h"
+
+#include <QApplication>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+constexpr const char* kVersion = "1.0.0 (console Ver 1010.29)";
+
+constexpr const char* kHelp =
+    "Usage: vantrel-test [--simulator] [--trace FILE] [--script FILE]\n"
+    "\n"
+    "The hand-driven test console for the forecourt controller server\n"
+    "\"Vantrel.Application\": one button per command, with every call echoed.\n"
+    "\n"
+    "  --simulator     use the built-in simulator even where the real server exists\n"
+    "  --trace FILE    write every server call, box and error report to FILE,\n"
+    "                  one JSON object per line, flushed as it happens\n"
+    "  --script FILE   run FILE headless on Qt's offscreen platform and exit:\n"
+    "                  0 at its end, 1 through the error report, 2 when the\n"
+    "                  script itself fails\n"
+    "  --help          show this text\n"
+    "  --version       show the version\n"
+    "\n"
+    "Without a COM server on this platform the built-in simulator stands in.\n";
+
+struct Options {
+    bool simulator = false;
+    std::optional<std::string> trace;
+    std::optional<std::string> script;
+};
+
+int Usage(const std::string& message) {
+    std::fprintf(stderr, "vantrel-test: %s\n(see vantrel-test --help)\n", message.c_str());
+    return 2;
+}
+
+bool HasDisplay() {
+#if defined(__linux__)
+    const char* platform = std::getenv("QT_QPA_PLATFORM");
+    if (platform && *platform) {
+        return true;
+    }
+    const char* x11 = std::getenv("DISPLAY");
+    const char* wayland = std::getenv("WAYLAND_DISPLAY");
+    return (x11 && *x11) || (wayland && *wayland);
+#else
+    return true;
+#endif
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    Options options;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view argument = argv[i];
+        if (argument == "--help" || argument == "-h") {
+            std::fputs(kHelp, stdout);
+            return 0;
+        }
+        if (argument == "--version") {
+            std::printf("vantrel-test %s\n", kVersion);
+            return 0;
+        }
+        if (argument == "--simulator") {
+            options.simulator = true;
+        } else if (argument == "--trace" || argument == "--script") {
+            if (i + 1 >= argc) {
+                return Usage(std::string(argument) + " needs a file name");
+            }
+            (argument == "--trace" ? options.trace : options.script) = argv[++i];
+        } else {
+            return Usage("unknown option " + std::string(argument));
+        }
+    }
+
+    std::vector<std::string> scriptLines;
+    if (options.script) {
+        std::ifstream file(*options.script, std::ios::binary);
+        if (!file) {
+            return Usage("cannot read the script " + *options.script);
+        }
+        for (std::string line; std::getline(file, line);) {
+            scriptLines.push_back(line);
+        }
+        // Script mode needs no display.
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    } else if (!HasDisplay()) {
+        std::fprintf(stderr,
+                     "vantrel-test: no display found; run with --script FILE to drive the console headless, "
+                     "or set QT_QPA_PLATFORM=offscreen\n");
+        return 1;
+    }
+
+    vantrel::CallEvents events;
+    std::unique_ptr<vantrel::TraceFile> trace;
+    if (options.trace) {
+        trace = std::make_unique<vantrel::TraceFile>(*options.trace);
+        if (!trace->isOpen()) {
+            return Usage("cannot write the trace " + *options.trace);
+        }
+        events.Add(trace.get());
+    }
+
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("VantrelTest"));
+
+    // "Vantrel.Application" resolves to the platform's automation where there
+    // is one; everywhere else, and on request, the built-in simulator.
+    vantrel::ServerRegistry servers;
+    vantrel::Simulator* simulator = nullptr;
+    servers.Register(std::string(vantrel::kServerProgId), [&simulator] {
+        auto created = std::make_unique<vantrel::Simulator>();
+        simulator = created.get();
+        return created;
+    });
+
+    vantrel::QtPrompter boxes;
+    vantrel::ScriptPrompter scripted;
+    vantrel::ProcessErrorReport report(events, options.script ? vantrel::ProcessErrorReport::Mode::StandardError
+                                                              : vantrel::ProcessErrorReport::Mode::MessageBox);
+    vantrel::Prompter& prompter = options.script ? static_cast<vantrel::Prompter&>(scripted) : boxes;
+    vantrel::ConsoleOptions consoleOptions;
+    consoleOptions.runTimers = !options.script;
+    vantrel::ConsoleApp console(servers, events, prompter, report, consoleOptions);
+
+    try {
+        console.Load();
+    } catch (const vantrel::RuntimeError& error) {
+        report.Report(error);  // ends the program before any window is shown
+    }
+    console.Show();
+
+    std::unique_ptr<vantrel::ScriptRunner> runner;
+    if (options.script) {
+        runner = std::make_unique<vantrel::ScriptRunner>(*options.script, std::move(scriptLines), console, scripted,
+                                                         simulator);
+        runner->Start();
+    }
+    return QApplication::exec();
+}

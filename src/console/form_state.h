@@ -1,0 +1,60 @@
+#pragma once
+
+#include "console/form.h"
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+
+namespace vantrel {
+
+// What a window shows, as exact values: the text of every text box and label
+// (control characters included), colours that handlers change, and which
+// option buttons are selected. The Qt layer renders it and feeds typing and
+// selection back; handlers and tests read and write it directly.
+class FormState {
+public:
+    enum class Property {
+        Text,
+        BackColor,
+        Checked,
+    };
+    using Listener = std::function<void(const std::string& control, Property property)>;
+
+    explicit FormState(const FormDescription& description);
+
+    const std::string& name() const { return name_; }
+    bool Has(std::string_view control) const;
+
+    // Reading or writing a control the window does not have is a programming
+    // error; it throws std::out_of_range.
+    const Text& TextOf(std::string_view control) const;
+    void SetText(std::string_view control, Text value);
+    std::optional<Color> BackColorOf(std::string_view control) const;
+    void SetBackColor(std::string_view control, Color color);
+    bool Checked(std::string_view control) const;
+    // Selecting an option button deselects the others of its group, as the
+    // toolkit does.
+    void SetChecked(std::string_view control, bool checked);
+
+    void SetListener(Listener listener) { listener_ = std::move(listener); }
+
+private:
+    struct ControlState {
+        Text text;
+        std::optional<Color> backColor;
+        bool checked = false;
+        bool option = false;    // an option button: one of its group selected at most
+        std::string container;  // the group is the container
+    };
+    ControlState& At(std::string_view control);
+    const ControlState& At(std::string_view control) const;
+    void Notify(std::string_view control, Property property);
+
+    std::string name_;
+    std::map<std::string, ControlState, std::less<>> controls_;
+    Listener listener_;
+};
+
+}  // namespace vantrel

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "console/form.h"
+
+#include <vector>
+
+namespace vantrel {
+
+// OTHERDEVICESBUTTON on the console window.
+void AddDevicesControls(std::vector<Control>& controls);
+
+// The other-devices window.
+FormDescription OtherDevicesForm();
+
+}  // namespace vantrel

@@ -1,0 +1,10 @@
+#include "dispenser.h"
+
+#include "console/console.h"
+
+namespace vantrel {
+
+// FIXME: these buttons come with their own change.
+void AddDispenserControls(std::vector<Control>&) {}
+
+}  // namespace vantrel

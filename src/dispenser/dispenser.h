@@ -1,0 +1,12 @@
+#pragma once
+
+#include "console/form.h"
+
+#include <vector>
+
+namespace vantrel {
+
+// Authorization, price, sale control and dispenser information buttons on the console window.
+void AddDispenserControls(std::vector<Control>& controls);
+
+}  // namespace vantrel

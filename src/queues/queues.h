@@ -1,0 +1,12 @@
+#pragma once
+
+#include "console/form.h"
+
+#include <vector>
+
+namespace vantrel {
+
+// Event and packet queue buttons on the console window.
+void AddQueueControls(std::vector<Control>& controls);
+
+}  // namespace vantrel

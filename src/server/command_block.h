@@ -1,0 +1,31 @@
+#pragma once
+
+#include "text.h"
+
+#include <cstdint>
+
+namespace vantrel {
+
+// The command data block: the one text value a command hands to the server.
+// It validates nothing and never reorders, trims or changes case.
+class CommandBlock {
+public:
+    CommandBlock& Clear();
+    CommandBlock& AddLine(TextView line);    // line, CR LF
+    CommandBlock& AddLineLf(TextView line);  // line, LF alone
+    CommandBlock& Append(TextView text);     // no separator
+    CommandBlock& Append(char16_t character);
+    CommandBlock& Terminate();  // one NUL
+    const vantrel::Text& Text() const { return text_; }
+
+private:
+    vantrel::Text text_;
+};
+
+// "01" .. "32": two digits of a fueling position.
+Text PositionText(int position);
+
+// Decimal digits left-padded with "0" to the width; never cut.
+Text ZeroPad(std::int64_t number, int width);
+
+}  // namespace vantrel

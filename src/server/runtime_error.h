@@ -1,0 +1,34 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace vantrel {
+
+// The one error type of the console: a run-time error with the number and the
+// description a technician knows from the platform's error report.
+class RuntimeError : public std::runtime_error {
+public:
+    RuntimeError(int number, std::string description);
+
+    int number() const { return number_; }
+    const std::string& description() const { return description_; }
+
+private:
+    int number_;
+    std::string description_;
+};
+
+// The platform errors the console can raise itself.
+namespace errors {
+RuntimeError InvalidProcedureCall();  // 5
+RuntimeError Overflow();              // 6
+RuntimeError TypeMismatch();          // 13
+RuntimeError FileNotFound();          // 53
+RuntimeError ObjectNotSet();          // 91
+RuntimeError InvalidUseOfNull();      // 94
+RuntimeError CannotCreateObject();    // 429
+RuntimeError UnsupportedMember();     // 438
+}  // namespace errors
+
+}  // namespace vantrel

@@ -1,0 +1,218 @@
+#include "variant.h"
+
+#include "runtime_error.h"
+
+#include <cmath>
+#include <cstdio>
+#include <string>
+
+namespace vantrel {
+
+Variant::Variant(Storage storage)
+    : storage_(std::move(storage)) {}
+
+Variant Variant::Null() { return Variant(Storage(NullTag{})); }
+Variant Variant::OfText(Text value) { return Variant(Storage(std::move(value))); }
+Variant Variant::OfInt16(std::int16_t value) { return Variant(Storage(value)); }
+Variant Variant::OfInt32(std::int32_t value) { return Variant(Storage(value)); }
+Variant Variant::OfDouble(double value) { return Variant(Storage(value)); }
+Variant Variant::OfBoolean(bool value) { return Variant(Storage(value)); }
+
+Variant::Kind Variant::kind() const { return static_cast<Kind>(storage_.index()); }
+
+const Text& Variant::text() const {
+    static const Text empty;
+    const auto* value = std::get_if<Text>(&storage_);
+    return value ? *value : empty;
+}
+
+std::int16_t Variant::int16() const {
+    const auto* value = std::get_if<std::int16_t>(&storage_);
+    return value ? *value : 0;
+}
+
+std::int32_t Variant::int32() const {
+    const auto* value = std::get_if<std::int32_t>(&storage_);
+    return value ? *value : 0;
+}
+
+double Variant::real() const {
+    const auto* value = std::get_if<double>(&storage_);
+    return value ? *value : 0.0;
+}
+
+bool Variant::boolean() const {
+    const auto* value = std::get_if<bool>(&storage_);
+    return value ? *value : false;
+}
+
+namespace {
+
+bool IsBlank(char16_t c) { return c == u' ' || c == u'\t'; }
+
+Text FormatDouble(double value) {
+    if (std::isnan(value)) {
+        return u"NaN";
+    }
+    if (std::isinf(value)) {
+        return value > 0 ? u"Infinity" : u"-Infinity";
+    }
+    // Fifteen significant digits and a two-digit exponent, as the platform
+    // writes a double: 2.5, 0.0001, 1E-05, 1E+20.
+    char buffer[40];
+    std::snprintf(buffer, sizeof buffer, "%.15G", value);
+    std::string text(buffer);
+    if (text == "-0") {
+        text = "0";
+    }
+    return FromUtf8(text);
+}
+
+bool ParseRadix(TextView digits, int radix, double& result) {
+    if (digits.empty() || digits.size() > 16) {
+        return false;
+    }
+    std::uint64_t value = 0;
+    for (const char16_t c : digits) {
+        int digit = -1;
+        if (c >= u'0' && c <= u'9') {
+            digit = c - u'0';
+        } else if (c >= u'a' && c <= u'f') {
+            digit = c - u'a' + 10;
+        } else if (c >= u'A' && c <= u'F') {
+            digit = c - u'A' + 10;
+        }
+        if (digit < 0 || digit >= radix) {
+            return false;
+        }
+        value = value * static_cast<unsigned>(radix) + static_cast<unsigned>(digit);
+    }
+    // &H and &O literals are 16-bit where they fit, as the platform reads them.
+    if (value <= 0xFFFF) {
+        result = static_cast<std::int16_t>(static_cast<std::uint16_t>(value));
+    } else if (value <= 0xFFFFFFFFu) {
+        result = static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
+    } else {
+        return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+bool ParseNumber(TextView text, double& result) {
+    std::size_t begin = 0;
+    std::size_t end = text.size();
+    while (begin < end && IsBlank(text[begin])) {
+        ++begin;
+    }
+    while (end > begin && IsBlank(text[end - 1])) {
+        --end;
+    }
+    TextView body = text.substr(begin, end - begin);
+    if (body.size() >= 2 && body[0] == u'&') {
+        const char16_t kind = body[1];
+        if (kind == u'H' || kind == u'h') {
+            return ParseRadix(body.substr(2), 16, result);
+        }
+        if (kind == u'O' || kind == u'o') {
+            return ParseRadix(body.substr(2), 8, result);
+        }
+        return false;
+    }
+    std::string ascii;
+    ascii.reserve(body.size());
+    std::size_t i = 0;
+    if (i < body.size() && (body[i] == u'+' || body[i] == u'-')) {
+        ascii.push_back(static_cast<char>(body[i]));
+        ++i;
+    }
+    std::size_t mantissaDigits = 0;
+    while (i < body.size() && body[i] >= u'0' && body[i] <= u'9') {
+        ascii.push_back(static_cast<char>(body[i]));
+        ++i;
+        ++mantissaDigits;
+    }
+    if (i < body.size() && body[i] == u'.') {
+        ascii.push_back('.');
+        ++i;
+        while (i < body.size() && body[i] >= u'0' && body[i] <= u'9') {
+            ascii.push_back(static_cast<char>(body[i]));
+            ++i;
+            ++mantissaDigits;
+        }
+    }
+    if (mantissaDigits == 0) {
+        return false;
+    }
+    if (i < body.size() && (body[i] == u'E' || body[i] == u'e' || body[i] == u'D' || body[i] == u'd')) {
+        ascii.push_back('E');
+        ++i;
+        if (i < body.size() && (body[i] == u'+' || body[i] == u'-')) {
+            ascii.push_back(static_cast<char>(body[i]));
+            ++i;
+        }
+        std::size_t exponentDigits = 0;
+        while (i < body.size() && body[i] >= u'0' && body[i] <= u'9') {
+            ascii.push_back(static_cast<char>(body[i]));
+            ++i;
+            ++exponentDigits;
+        }
+        if (exponentDigits == 0) {
+            return false;
+        }
+    }
+    if (i != body.size()) {
+        return false;
+    }
+    result = std::strtod(ascii.c_str(), nullptr);
+    return true;
+}
+
+std::int16_t RoundToInt16(double value) {
+    if (std::isnan(value)) {
+        throw errors::Overflow();
+    }
+    const double rounded = std::nearbyint(value);  // default mode: half to even
+    if (rounded < -32768.0 || rounded > 32767.0) {
+        throw errors::Overflow();
+    }
+    return static_cast<std::int16_t>(rounded);
+}
+
+Text ToText(const Variant& value) {
+    switch (value.kind()) {
+    case Variant::Kind::Empty: return {};
+    case Variant::Kind::Null: throw errors::InvalidUseOfNull();
+    case Variant::Kind::Text: return value.text();
+    case Variant::Kind::Int16: return FromUtf8(std::to_string(value.int16()));
+    case Variant::Kind::Int32: return FromUtf8(std::to_string(value.int32()));
+    case Variant::Kind::Double: return FormatDouble(value.real());
+    case Variant::Kind::Boolean: return value.boolean() ? u"True" : u"False";
+    }
+    return {};
+}
+
+std::int16_t ToInt16(const Variant& value) {
+    switch (value.kind()) {
+    case Variant::Kind::Empty: return 0;
+    case Variant::Kind::Null: throw errors::InvalidUseOfNull();
+    case Variant::Kind::Text: {
+        if (value.text().empty()) {
+            return 0;  // an empty answer counts as 0
+        }
+        double number = 0;
+        if (!ParseNumber(value.text(), number)) {
+            throw errors::TypeMismatch();
+        }
+        return RoundToInt16(number);
+    }
+    case Variant::Kind::Int16: return value.int16();
+    case Variant::Kind::Int32: return RoundToInt16(value.int32());
+    case Variant::Kind::Double: return RoundToInt16(value.real());
+    case Variant::Kind::Boolean: return value.boolean() ? -1 : 0;
+    }
+    return 0;
+}
+
+}  // namespace vantrel

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "console/form.h"
+
+#include <vector>
+
+namespace vantrel {
+
+// Reader terminal buttons: display, beeper, printer, key entry, keypad, preloaded messages, reader information on the
+// console window.
+void AddTerminalControls(std::vector<Control>& controls);
+
+}  // namespace vantrel

@@ -1,0 +1,62 @@
+#include "console_window.h"
+
+#include "console/console_form.h"
+#include "console/traced_prompter.h"
+#include "ui/visible_text.h"
+
+#include <QApplication>
+#include <QMenuBar>
+
+namespace vantrel {
+
+ConsoleWindow::ConsoleWindow(Console& console, EventDispatcher dispatch) {
+    const FormDescription& description = console.Description(kConsoleForm);
+    setObjectName(QStringLiteral("VantrelTestWindow"));
+    setWindowTitle(ToQString(description.caption));
+    view_ = new FormView(description, console.Window(), std::move(dispatch), this);
+    setCentralWidget(view_);
+    tools_ = menuBar()->addMenu(tr("&Tools"));
+    tools_->setObjectName(QStringLiteral("ToolsMenu"));
+    // The menu bar's height comes on top of the fixed client area.
+    setFixedSize(view_->width(), view_->height() + menuBar()->sizeHint().height());
+}
+
+ConsoleApp::ConsoleApp(const ServerRegistry& servers, CallListener& events, Prompter& prompter, ErrorReport& report,
+                       ConsoleOptions options)
+    : prompter_(prompter, events)
+    , report_(report)
+    , console_(Console::Ports{servers, events, prompter_, windows_}, AllForms())
+    , options_(options) {
+    const EventDispatcher dispatch = [this](const Handler& handler) { Dispatch(handler); };
+    window_ = std::make_unique<ConsoleWindow>(console_, dispatch);
+    windows_.Attach(console_, *window_, dispatch);
+}
+
+ConsoleApp::~ConsoleApp() = default;
+
+void ConsoleApp::Load() { console_.Load(); }
+
+void ConsoleApp::Show() {
+    window_->show();
+    window_->activateWindow();
+    // A toolkit gives the first focusable control the focus; a position
+    // button with the focus would call the server at start-up.
+    window_->view().setFocus(Qt::OtherFocusReason);
+    window_->view().SetTimersRunning(options_.runTimers);
+}
+
+FormView* ConsoleApp::View(std::string_view form) {
+    if (form == kConsoleForm) {
+        return &window_->view();
+    }
+    return windows_.View(form);
+}
+
+FormView& ConsoleApp::ActiveView() {
+    FormView* shown = windows_.ShownView();
+    return shown ? *shown : window_->view();
+}
+
+void ConsoleApp::Dispatch(const Handler& handler) { vantrel::Dispatch(console_, handler, report_); }
+
+}  // namespace vantrel

@@ -1,0 +1,295 @@
+#include "form_view.h"
+
+#include "ui/visible_text.h"
+
+#include <QEvent>
+#include <QFocusEvent>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStyleOptionButton>
+#include <QTimer>
+
+namespace vantrel {
+
+namespace {
+
+int Pixels(int twips) { return (twips + kTwipsPerPixel / 2) / kTwipsPerPixel; }
+
+QString CssColor(Color color) {
+    return QStringLiteral("#%1%2%3")
+        .arg(color & 0xFF, 2, 16, QLatin1Char('0'))
+        .arg((color >> 8) & 0xFF, 2, 16, QLatin1Char('0'))
+        .arg((color >> 16) & 0xFF, 2, 16, QLatin1Char('0'));
+}
+
+// A command button whose caption wraps inside the button, as the console's
+// narrow square buttons need ("Num Echo No C").
+class CaptionButton final : public QPushButton {
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        const QString caption = option.text;
+        option.text.clear();
+        style()->drawControl(QStyle::CE_PushButton, &option, &painter, this);
+        painter.setPen(palette().color(QPalette::ButtonText));
+        painter.drawText(rect().adjusted(2, 1, -2, -1), Qt::AlignCenter | Qt::TextWordWrap, caption);
+    }
+};
+
+}  // namespace
+
+FormView::FormView(const FormDescription& description, FormState& state, EventDispatcher dispatch, QWidget* parent)
+    : QWidget(parent)
+    , description_(description)
+    , state_(state)
+    , dispatch_(std::move(dispatch)) {
+    setObjectName(QString::fromStdString(description.name));
+    setFixedSize(Pixels(description.clientWidth), Pixels(description.clientHeight));
+    // The layouts were drawn for an 8-point sans serif font, about 11 pixels.
+    QFont small = font();
+    small.setPixelSize(11);
+    setFont(small);
+    if (description.backColor) {
+        setAutoFillBackground(true);
+        QPalette colors = palette();
+        colors.setColor(QPalette::Window, QColor(CssColor(*description.backColor)));
+        setPalette(colors);
+    }
+    for (const Control& control : description.controls) {
+        QWidget* parentWidget = this;
+        if (!control.container.empty()) {
+            if (QWidget* frame = Widget(control.container)) {
+                parentWidget = frame;
+            }
+        }
+        if (QWidget* widget = Create(control, parentWidget)) {
+            widgets_.emplace(control.name, widget);
+            controlOf_.emplace(widget, &control);
+        }
+    }
+    state_.SetListener([this](const std::string& control, FormState::Property property) { Sync(control, property); });
+}
+
+FormView::~FormView() { state_.SetListener({}); }
+
+QWidget* FormView::Widget(std::string_view control) const {
+    const auto found = widgets_.find(control);
+    return found == widgets_.end() ? nullptr : found->second;
+}
+
+QWidget* FormView::Create(const Control& control, QWidget* parent) {
+    QWidget* widget = nullptr;
+    switch (control.kind) {
+    case ControlKind::CommandButton: {
+        auto* button = new CaptionButton(ToQString(control.caption), parent);
+        connect(button, &QPushButton::clicked, this, [this, &control] { dispatch_(control.click); });
+        widget = button;
+        break;
+    }
+    case ControlKind::OptionButton: {
+        auto* option = new QRadioButton(ToQString(control.caption), parent);
+        option->setChecked(state_.Checked(control.name));
+        connect(option, &QRadioButton::toggled, this, [this, &control](bool checked) {
+            if (!syncing_) {
+                state_.SetChecked(control.name, checked);
+            }
+        });
+        connect(option, &QRadioButton::clicked, this, [this, &control] { dispatch_(control.click); });
+        widget = option;
+        break;
+    }
+    case ControlKind::Label: {
+        auto* label = new QLabel(parent);
+        label->setWordWrap(true);
+        label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        widget = label;
+        break;
+    }
+    case ControlKind::TextBox: {
+        if (control.multiLine) {
+            auto* box = new QPlainTextEdit(parent);
+            box->setReadOnly(control.readOnly);
+            box->setLineWrapMode(control.scrollBars == ScrollBars::Horizontal || control.scrollBars == ScrollBars::Both
+                                     ? QPlainTextEdit::NoWrap
+                                     : QPlainTextEdit::WidgetWidth);
+            box->setVerticalScrollBarPolicy(control.scrollBars == ScrollBars::Vertical ||
+                                                    control.scrollBars == ScrollBars::Both
+                                                ? Qt::ScrollBarAlwaysOn
+                                                : Qt::ScrollBarAsNeeded);
+            box->setHorizontalScrollBarPolicy(control.scrollBars == ScrollBars::Horizontal ||
+                                                      control.scrollBars == ScrollBars::Both
+                                                  ? Qt::ScrollBarAlwaysOn
+                                                  : Qt::ScrollBarAsNeeded);
+            widget = box;
+        } else {
+            auto* box = new QLineEdit(parent);
+            box->setReadOnly(control.readOnly);
+            if (control.centred) {
+                box->setAlignment(Qt::AlignCenter);
+            }
+            if (!control.readOnly) {
+                // A typed change updates the exact text, then the change
+                // handler runs.
+                connect(box, &QLineEdit::textChanged, this, [this, &control](const QString& text) {
+                    if (syncing_) {
+                        return;
+                    }
+                    state_.SetText(control.name, FromQString(text));
+                    dispatch_(control.change);
+                });
+            }
+            widget = box;
+        }
+        break;
+    }
+    case ControlKind::Frame: {
+        auto* frame = new QGroupBox(ToQString(control.caption), parent);
+        widget = frame;
+        break;
+    }
+    case ControlKind::Timer: {
+        auto* timer = new QTimer(this);
+        timer->setObjectName(QString::fromStdString(control.name));
+        timer->setInterval(control.intervalMs);
+        connect(timer, &QTimer::timeout, this, [this, &control] { dispatch_(control.tick); });
+        timers_.emplace(control.name, timer);
+        return nullptr;
+    }
+    }
+    widget->setObjectName(QString::fromStdString(control.name));
+    widget->setGeometry(Pixels(control.left), Pixels(control.top), Pixels(control.width), Pixels(control.height));
+    if (control.font) {
+        QFont font = widget->font();
+        font.setFamily(QString::fromStdString(control.font->family));
+        font.setPointSizeF(control.font->points);
+        font.setBold(control.font->bold);
+        widget->setFont(font);
+    }
+    if (control.gotFocus || control.lostFocus || control.dblClick) {
+        widget->installEventFilter(this);
+    }
+    SyncText(control, widget);
+    SyncColors(control, widget);
+    return widget;
+}
+
+void FormView::SyncText(const Control& control, QWidget* widget) {
+    if (control.kind == ControlKind::OptionButton || control.kind == ControlKind::CommandButton ||
+        control.kind == ControlKind::Frame) {
+        return;  // captions do not change at run time
+    }
+    const Text& text = state_.TextOf(control.name);
+    syncing_ = true;
+    if (auto* label = qobject_cast<QLabel*>(widget)) {
+        label->setText(VisibleText(text, LineBreaks::AtCrLf));
+    } else if (auto* box = qobject_cast<QPlainTextEdit*>(widget)) {
+        box->setPlainText(VisibleText(text, LineBreaks::AtCrLf));
+    } else if (auto* line = qobject_cast<QLineEdit*>(widget)) {
+        // An editable box shows what was typed; a read-only box shows control
+        // characters as symbols.
+        line->setText(control.readOnly ? VisibleText(text, LineBreaks::None) : ToQString(text));
+        if (control.readOnly) {
+            line->setCursorPosition(0);
+        }
+    }
+    syncing_ = false;
+}
+
+void FormView::SyncColors(const Control& control, QWidget* widget) {
+    QString css;
+    const std::optional<Color> back = state_.BackColorOf(control.name);
+    if (back && (control.kind != ControlKind::CommandButton || control.style == ButtonStyle::Graphical)) {
+        css += QStringLiteral("background-color: %1;").arg(CssColor(*back));
+        if (control.kind == ControlKind::CommandButton) {
+            css += QStringLiteral("border: 1px solid #404040; border-radius: 2px;");
+        }
+    }
+    if (control.foreColor) {
+        css += QStringLiteral("color: %1;").arg(CssColor(*control.foreColor));
+    }
+    if (!css.isEmpty()) {
+        widget->setStyleSheet(QStringLiteral("#%1 { %2 }").arg(widget->objectName(), css));
+    } else if (!widget->styleSheet().isEmpty()) {
+        widget->setStyleSheet({});
+    }
+}
+
+void FormView::Sync(const std::string& control, FormState::Property property) {
+    QWidget* widget = Widget(control);
+    const Control* row = description_.Find(control);
+    if (!widget || !row) {
+        return;
+    }
+    switch (property) {
+    case FormState::Property::Text: SyncText(*row, widget); break;
+    case FormState::Property::BackColor: SyncColors(*row, widget); break;
+    case FormState::Property::Checked:
+        if (auto* option = qobject_cast<QRadioButton*>(widget)) {
+            syncing_ = true;
+            option->setChecked(state_.Checked(control));
+            syncing_ = false;
+        }
+        break;
+    }
+}
+
+bool FormView::eventFilter(QObject* watched, QEvent* event) {
+    const auto found = controlOf_.find(watched);
+    if (found == controlOf_.end()) {
+        return QWidget::eventFilter(watched, event);
+    }
+    const Control& control = *found->second;
+    switch (event->type()) {
+    case QEvent::FocusIn:
+    case QEvent::FocusOut: {
+        // Focus that comes and goes with the window's activation (a message
+        // box opening and closing) is no focus change of the console's.
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason) {
+            break;
+        }
+        dispatch_(event->type() == QEvent::FocusIn ? control.gotFocus : control.lostFocus);
+        break;
+    }
+    case QEvent::MouseButtonDblClick:
+        if (control.dblClick) {
+            dispatch_(control.dblClick);
+            return true;
+        }
+        break;
+    default: break;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+bool FormView::FireTimer(std::string_view control) {
+    const auto found = timers_.find(control);
+    if (found == timers_.end()) {
+        return false;
+    }
+    const Control* row = description_.Find(control);
+    dispatch_(row->tick);
+    return true;
+}
+
+void FormView::SetTimersRunning(bool running) {
+    for (auto& [name, timer] : timers_) {
+        if (running) {
+            timer->start();
+        } else {
+            timer->stop();
+        }
+    }
+}
+
+}  // namespace vantrel

@@ -1,0 +1,106 @@
+#include "qt_ports.h"
+
+#include "console/console.h"
+#include "ui/form_view.h"
+#include "ui/visible_text.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QVBoxLayout>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace vantrel {
+
+void QtPrompter::Message(const Text& text, const Text& title) {
+    QMessageBox box(QMessageBox::NoIcon, ToQString(title), VisibleText(text, LineBreaks::AtCrLf), QMessageBox::Ok,
+                    QApplication::activeWindow());
+    box.exec();
+}
+
+Answer QtPrompter::Ask(const Text& text, const Text& title) {
+    QMessageBox box(QMessageBox::Question, ToQString(title), ToQString(text), QMessageBox::Yes | QMessageBox::No,
+                    QApplication::activeWindow());
+    return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
+}
+
+Text QtPrompter::Input(const Text& prompt, const Text& title) {
+    bool accepted = false;
+    const QString entry = QInputDialog::getText(QApplication::activeWindow(), ToQString(title), ToQString(prompt),
+                                                QLineEdit::Normal, QString(), &accepted);
+    return accepted ? FromQString(entry) : Text();
+}
+
+ProcessErrorReport::ProcessErrorReport(CallListener& events, Mode mode)
+    : events_(events)
+    , mode_(mode) {}
+
+void ProcessErrorReport::Report(const RuntimeError& error) {
+    CallEvent event;
+    event.op = CallEvent::Op::Report;
+    event.error = error;
+    event.when = std::chrono::system_clock::now();
+    events_.OnEvent(event);
+    const std::string message = "Run-time error '" + std::to_string(error.number()) + "':\n\n" + error.description();
+    if (mode_ == Mode::MessageBox && qApp) {
+        QMessageBox box(QMessageBox::Critical, ToQString(kApplicationTitle), QString::fromStdString(message),
+                        QMessageBox::Ok, QApplication::activeWindow());
+        box.exec();
+    }
+    std::fprintf(stderr, "Run-time error %d: %s\n", error.number(), error.description().c_str());
+    std::fflush(nullptr);
+    std::_Exit(1);
+}
+
+void QtWindowHost::Attach(Console& console, QWidget& owner, EventDispatcher dispatch) {
+    console_ = &console;
+    owner_ = &owner;
+    dispatch_ = std::move(dispatch);
+}
+
+void QtWindowHost::ShowModal(std::string_view form) {
+    if (!console_) {
+        return;
+    }
+    QPointer<QDialog>& dialog = dialogs_[std::string(form)];
+    if (!dialog) {
+        const FormDescription& description = console_->Description(form);
+        dialog = new QDialog(owner_);
+        dialog->setObjectName(QString::fromStdString(description.name) + QStringLiteral("Window"));
+        dialog->setWindowTitle(ToQString(description.caption));
+        auto* layout = new QVBoxLayout(dialog);
+        layout->setContentsMargins(0, 0, 0, 0);
+        auto* view = new FormView(description, console_->Form(form), dispatch_, dialog);
+        layout->addWidget(view);
+        dialog->setFixedSize(view->size());
+        views_[std::string(form)] = view;
+    }
+    dialog->exec();
+}
+
+void QtWindowHost::Hide(std::string_view form) {
+    const auto found = dialogs_.find(form);
+    if (found != dialogs_.end() && found->second) {
+        found->second->hide();
+    }
+}
+
+FormView* QtWindowHost::View(std::string_view form) const {
+    const auto found = views_.find(form);
+    return found == views_.end() ? nullptr : found->second;
+}
+
+FormView* QtWindowHost::ShownView() const {
+    QWidget* modal = QApplication::activeModalWidget();
+    for (const auto& [name, dialog] : dialogs_) {
+        if (dialog && dialog == modal && dialog->isVisible()) {
+            return View(name);
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace vantrel

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "console/ports.h"
+#include "server/server_calls.h"
+#include "ui/form_view.h"
+
+#include <QPointer>
+
+#include <functional>
+#include <map>
+#include <string>
+
+class QDialog;
+class QWidget;
+
+namespace vantrel {
+
+class Console;
+
+// Real modal boxes: QMessageBox and QInputDialog.
+class QtPrompter final : public Prompter {
+public:
+    void Message(const Text& text, const Text& title) override;
+    Answer Ask(const Text& text, const Text& title) override;
+    Text Input(const Text& prompt, const Text& title) override;
+};
+
+// The platform's report of an unhandled error: a message box with the number
+// and description (or standard error when headless), then the program ends
+// with exit code 1 at once, so no handler goes on after it.
+class ProcessErrorReport final : public ErrorReport {
+public:
+    enum class Mode {
+        MessageBox,
+        StandardError,
+    };
+    ProcessErrorReport(CallListener& events, Mode mode);
+    void Report(const RuntimeError& error) override;
+
+private:
+    CallListener& events_;
+    Mode mode_;
+};
+
+// The secondary windows as dialogs owned by the console window. Each is made
+// on first showing and kept, hidden, for the rest of the run.
+class QtWindowHost final : public WindowHost {
+public:
+    void Attach(Console& console, QWidget& owner, EventDispatcher dispatch);
+
+    void ShowModal(std::string_view form) override;
+    void Hide(std::string_view form) override;
+
+    // The view of a secondary window, or nullptr if it was never shown.
+    FormView* View(std::string_view form) const;
+    // The secondary window on top while it is shown modally, or nullptr.
+    FormView* ShownView() const;
+
+private:
+    Console* console_ = nullptr;
+    QWidget* owner_ = nullptr;
+    EventDispatcher dispatch_;
+    std::map<std::string, QPointer<QDialog>, std::less<>> dialogs_;
+    std::map<std::string, FormView*, std::less<>> views_;
+};
+
+}  // namespace vantrel

@@ -1,0 +1,240 @@
+#include "script_runner.h"
+
+#include "console/console.h"
+#include "ui/console_window.h"
+#include "ui/visible_text.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QTimer>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace vantrel {
+
+ScriptCommand ScriptPrompter::Take(const std::string& box, const Text& text) {
+    if (replies_.empty()) {
+        fail_("the " + box + " \"" + Escaped(text) + "\" has no reply queued");
+        return {};
+    }
+    ScriptCommand reply = replies_.front();
+    replies_.pop_front();
+    if (tick_ && reply.count > 0) {
+        tick_(reply.count);  // the timer goes on while a box is up
+    }
+    return reply;
+}
+
+void ScriptPrompter::Message(const Text& text, const Text&) {
+    const ScriptCommand reply = Take("message box", text);
+    if (reply.reply != ScriptCommand::Reply::Ok) {
+        fail_("the message box \"" + Escaped(text) + "\" has only OK; the reply queued does not fit");
+    }
+}
+
+Answer ScriptPrompter::Ask(const Text& text, const Text&) {
+    const ScriptCommand reply = Take("question", text);
+    if (reply.reply == ScriptCommand::Reply::Yes) {
+        return Answer::Yes;
+    }
+    if (reply.reply == ScriptCommand::Reply::No) {
+        return Answer::No;
+    }
+    fail_("the question \"" + Escaped(text) + "\" takes yes or no");
+    return Answer::No;
+}
+
+Text ScriptPrompter::Input(const Text& prompt, const Text&) {
+    const ScriptCommand reply = Take("input box", prompt);
+    if (reply.reply == ScriptCommand::Reply::Text) {
+        return reply.text;
+    }
+    if (reply.reply == ScriptCommand::Reply::Cancel) {
+        return {};
+    }
+    fail_("the input box \"" + Escaped(prompt) + "\" takes a text or cancel");
+    return {};
+}
+
+ScriptRunner::ScriptRunner(std::string fileName, std::vector<std::string> lines, ConsoleApp& app,
+                           ScriptPrompter& prompter, FaultInjection* server)
+    : fileName_(std::move(fileName))
+    , lines_(std::move(lines))
+    , app_(app)
+    , prompter_(prompter)
+    , server_(server) {
+    prompter_.SetFailure([this](const std::string& message) { Fail(message); });
+    prompter_.SetTicker([this](int count) { Tick(count); });
+}
+
+void ScriptRunner::Start() { QTimer::singleShot(0, this, &ScriptRunner::Step); }
+
+void ScriptRunner::Fail(const std::string& message) const {
+    std::fflush(stdout);
+    std::fprintf(stderr, "%s:%zu: %s\n", fileName_.c_str(), current_ + 1, message.c_str());
+    std::fflush(nullptr);
+    std::_Exit(2);
+}
+
+void ScriptRunner::Step() {
+    while (next_ < lines_.size()) {
+        current_ = next_++;
+        const ParsedLine parsed = ParseScriptLine(lines_[current_]);
+        if (const auto* error = std::get_if<ScriptError>(&parsed)) {
+            Fail(error->message);
+        }
+        if (const auto* command = std::get_if<ScriptCommand>(&parsed)) {
+            // The next line is queued first: if this one opens a modal
+            // window, the window's event loop runs it.
+            QTimer::singleShot(0, this, &ScriptRunner::Step);
+            Execute(*command);
+            return;
+        }
+    }
+    // The end of the script: every queued reply must have found its box.
+    if (prompter_.pending() > 0) {
+        Fail(std::to_string(prompter_.pending()) + " queued replies were never used");
+    }
+    std::fflush(stdout);
+    QCoreApplication::exit(0);
+}
+
+void ScriptRunner::Execute(const ScriptCommand& command) {
+    using Verb = ScriptCommand::Verb;
+    switch (command.verb) {
+    case Verb::Click: Click(command.name, false); break;
+    case Verb::DblClick: Click(command.name, true); break;
+    case Verb::Type: Type(command.name, command.text); break;
+    case Verb::Answer: prompter_.Queue(command); break;
+    case Verb::Tick: Tick(command.count); break;
+    case Verb::Expect: {
+        const Text& actual = TextOf(command.name);
+        if (actual != command.text) {
+            Fail("expect " + command.name + "\n  expected \"" + Escaped(command.text) + "\"\n  actual   \"" +
+                 Escaped(actual) + "\"");
+        }
+        break;
+    }
+    case Verb::Print:
+        std::printf("%s \"%s\"\n", command.name.c_str(), Escaped(TextOf(command.name)).c_str());
+        std::fflush(stdout);
+        break;
+    case Verb::Shot: {
+        FormView* view = app_.View(command.name);
+        if (!view) {
+            Fail("no window " + command.name + " has been shown yet");
+        }
+        if (!view->window()->grab().save(QString::fromStdString(command.file), "PNG")) {
+            Fail("cannot write the picture " + command.file);
+        }
+        break;
+    }
+    case Verb::ServerAnswerText:
+    case Verb::ServerAnswerNumber:
+    case Verb::ServerFail: {
+        if (!server_) {
+            Fail("server lines need the built-in simulator");
+        }
+        if (!server_->Knows(command.name)) {
+            Fail("the simulator has no member " + command.name);
+        }
+        if (command.verb == Verb::ServerAnswerText) {
+            server_->QueueAnswer(command.name, Variant::OfText(command.text));
+        } else if (command.verb == Verb::ServerAnswerNumber) {
+            server_->QueueAnswer(command.name, command.number >= -32768 && command.number <= 32767
+                                                   ? Variant::OfInt16(static_cast<std::int16_t>(command.number))
+                                                   : Variant::OfInt32(static_cast<std::int32_t>(command.number)));
+        } else {
+            server_->QueueFailure(command.name, RuntimeError(static_cast<int>(command.number), ToUtf8(command.text)));
+        }
+        break;
+    }
+    }
+}
+
+void ScriptRunner::Click(const std::string& name, bool twice) {
+    FormView& view = app_.ActiveView();
+    QWidget* widget = view.Widget(name);
+    if (!widget) {
+        Fail("no control " + name + " in the shown window " + view.description().name);
+    }
+    if (!widget->isVisible() || !widget->isEnabled()) {
+        Fail("the control " + name + " cannot be clicked now");
+    }
+    const QPointF local = QRectF(widget->rect()).center();
+    const QPointF global = widget->mapToGlobal(local);
+    const auto send = [&](QEvent::Type type, Qt::MouseButtons buttons) {
+        QMouseEvent event(type, local, global, Qt::LeftButton, buttons, Qt::NoModifier);
+        QApplication::sendEvent(widget, &event);
+    };
+    Activate(widget->window());
+    // A real press gives the focus first, by the control's focus policy; a
+    // synthesized one does not, so do what the toolkit would.
+    if ((widget->focusPolicy() & Qt::ClickFocus) == Qt::ClickFocus && QApplication::focusWidget() != widget) {
+        widget->setFocus(Qt::MouseFocusReason);
+    }
+    send(QEvent::MouseButtonPress, Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, Qt::NoButton);
+    if (twice) {
+        send(QEvent::MouseButtonDblClick, Qt::LeftButton);
+        send(QEvent::MouseButtonRelease, Qt::NoButton);
+    }
+}
+
+void ScriptRunner::Activate(QWidget* window) {
+    if (QApplication::activeWindow() == window) {
+        return;
+    }
+#if QT_VERSION < QT_VERSION_CHECK(6, 5, 0)
+    QApplication::setActiveWindow(window);
+#else
+    window->activateWindow();
+    for (int attempt = 0; attempt < 200 && QApplication::activeWindow() != window; ++attempt) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 5);
+    }
+#endif
+}
+
+void ScriptRunner::Type(const std::string& name, const Text& text) {
+    FormView& view = app_.ActiveView();
+    auto* box = qobject_cast<QLineEdit*>(view.Widget(name));
+    if (!box || box->isReadOnly()) {
+        Fail("no text box " + name + " to type into in the shown window " + view.description().name);
+    }
+    Activate(box->window());
+    box->setFocus(Qt::OtherFocusReason);
+    box->setText(ToQString(text));
+}
+
+const Text& ScriptRunner::TextOf(const std::string& name) {
+    std::string form;
+    std::string control = name;
+    if (const auto dot = name.find('.'); dot != std::string::npos) {
+        form = name.substr(0, dot);
+        control = name.substr(dot + 1);
+    }
+    FormState* state = nullptr;
+    const FormDescription* description = nullptr;
+    try {
+        description = form.empty() ? &app_.ActiveView().description() : &app_.console().Description(form);
+        state = &app_.console().Form(description->name);
+    } catch (const std::out_of_range&) {
+        Fail("no window " + form);
+    }
+    const Control* row = description->Find(control);
+    if (!row || (row->kind != ControlKind::TextBox && row->kind != ControlKind::Label)) {
+        Fail("no text box or label " + control + " in the window " + description->name);
+    }
+    return state->TextOf(control);
+}
+
+void ScriptRunner::Tick(int count) {
+    FormView& console = app_.window().view();
+    for (int i = 0; i < count; ++i) {
+        console.FireTimer("Timer1");
+    }
+}
+
+}  // namespace vantrel

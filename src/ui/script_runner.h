@@ -1,0 +1,74 @@
+#pragma once
+
+#include "console/ports.h"
+#include "server/fault_injection.h"
+#include "ui/script_line.h"
+
+#include <QObject>
+#include <QWidget>
+
+#include <deque>
+#include <string>
+#include <vector>
+
+namespace vantrel {
+
+class ConsoleApp;
+
+// The replies that script lines queue for the modal boxes. A box with no
+// reply queued, or a reply of the wrong kind, fails the script.
+class ScriptPrompter final : public Prompter {
+public:
+    using Failure = std::function<void(const std::string& message)>;
+    using Ticker = std::function<void(int count)>;
+
+    void SetFailure(Failure failure) { fail_ = std::move(failure); }
+    void SetTicker(Ticker ticker) { tick_ = std::move(ticker); }
+    void Queue(const ScriptCommand& reply) { replies_.push_back(reply); }
+    std::size_t pending() const { return replies_.size(); }
+
+    void Message(const Text& text, const Text& title) override;
+    Answer Ask(const Text& text, const Text& title) override;
+    Text Input(const Text& prompt, const Text& title) override;
+
+private:
+    ScriptCommand Take(const std::string& box, const Text& text);
+
+    std::deque<ScriptCommand> replies_;
+    Failure fail_;
+    Ticker tick_;
+};
+
+// Runs a script against the real windows, one line per turn of the event
+// loop, so that a line that opens a modal window hands the following lines
+// to that window.
+class ScriptRunner final : public QObject {
+    Q_OBJECT
+
+public:
+    ScriptRunner(std::string fileName, std::vector<std::string> lines, ConsoleApp& app, ScriptPrompter& prompter,
+                 FaultInjection* server);
+
+    void Start();
+    // Ends the program with exit code 2, naming the current line.
+    [[noreturn]] void Fail(const std::string& message) const;
+
+private:
+    void Step();
+    void Execute(const ScriptCommand& command);
+    void Click(const std::string& name, bool twice);
+    void Type(const std::string& name, const Text& text);
+    void Activate(QWidget* window);
+    const Text& TextOf(const std::string& name);
+    void Tick(int count);
+
+    std::string fileName_;
+    std::vector<std::string> lines_;
+    std::size_t next_ = 0;
+    std::size_t current_ = 0;
+    ConsoleApp& app_;
+    ScriptPrompter& prompter_;
+    FaultInjection* server_;
+};
+
+}  // namespace vantrel

@@ -1,0 +1,36 @@
+#include "visible_text.h"
+
+namespace vantrel {
+
+QString ToQString(TextView text) {
+    return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
+}
+
+Text FromQString(const QString& text) {
+    return Text(reinterpret_cast<const char16_t*>(text.utf16()), static_cast<std::size_t>(text.size()));
+}
+
+QString VisibleText(TextView text, LineBreaks breaks) {
+    QString out;
+    out.reserve(static_cast<qsizetype>(text.size() + text.size() / 8));
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i];
+        if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n' && breaks == LineBreaks::AtCrLf) {
+            out.append(QChar(u'\n'));
+            ++i;
+        } else if (c < 0x20) {
+            // The control pictures block: U+2400 + code.
+            out.append(QChar(static_cast<char16_t>(0x2400 + c)));
+            if (c == u'\n' && breaks == LineBreaks::AtCrLf) {
+                out.append(QChar(u'\n'));
+            }
+        } else if (c == 0x7F) {
+            out.append(QChar(u'\u2421'));
+        } else {
+            out.append(QChar(c));
+        }
+    }
+    return out;
+}
+
+}  // namespace vantrel

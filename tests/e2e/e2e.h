@@ -1,0 +1,28 @@
+#pragma once
+
+#include "support/process.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace vantrel::testing {
+
+// Runs the built program on a script; see RunScript.
+inline ScriptRun RunConsole(const std::string& script, const std::vector<std::string>& arguments = {}) {
+    return RunScript(VANTREL_TEST_BINARY, script, arguments);
+}
+
+// The trace lines of server calls only (puts and calls), in order.
+inline std::vector<std::string> Calls(const ScriptRun& run) {
+    std::vector<std::string> calls;
+    for (const std::string& line : run.trace) {
+        if (line.rfind(R"({"op":"put")", 0) == 0 || line.rfind(R"({"op":"call")", 0) == 0) {
+            calls.push_back(line);
+        }
+    }
+    return calls;
+}
+
+}  // namespace vantrel::testing

@@ -1,0 +1,120 @@
+#include "e2e/e2e.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace vantrel::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+TEST(ScriptMode, ClickOnAnUnfocusedPositionAsksFirstThenSelects) {
+    const ScriptRun run = RunConsole(R"vts(
+# a person's click on position 7
+click Button7
+expect TextBoxPumpNumber "Fueling Position -> 7"
+expect TextBox "<returned data>=<Object>.FuelingPositionInformation(passed data)"
+print InBox
+)vts");
+    ASSERT_EQ(0, run.exitCode) << run.err;
+    EXPECT_THAT(Calls(run), ElementsAre(HasSubstr(R"("member":"FuelingPositionInformation","arg":{"i2":7},"result")")));
+    EXPECT_THAT(run.out, HasSubstr("InBox \"FuelingPosition=07\\r\\n"));
+    EXPECT_EQ(R"({"op":"create","progid":"Vantrel.Application"})", run.trace.front());
+}
+
+TEST(ScriptMode, DoubleClickOnAnUnfocusedPositionAsksTwice) {
+    const ScriptRun run = RunConsole("dblclick Button12\n");
+    ASSERT_EQ(0, run.exitCode) << run.err;
+    const auto calls = Calls(run);
+    ASSERT_EQ(2u, calls.size());
+    EXPECT_EQ(calls[0], calls[1]);
+    EXPECT_THAT(calls[0], HasSubstr(R"("arg":{"i2":12})"));
+}
+
+TEST(ScriptMode, FocusMovesBetweenPositionsAndLabelsFollow) {
+    const ScriptRun run = RunConsole(R"vts(
+click Button1
+expect TextBox "(returned data)=<Object>.FuelingPositionInformation(passed data)"
+click Button2
+expect TextBox "<returned data>=<Object>.FuelingPositionInformation(passed data)"
+expect TextBoxPumpNumber "Fueling Position -> 2"
+)vts");
+    ASSERT_EQ(0, run.exitCode) << run.err;
+    EXPECT_EQ(2u, Calls(run).size());
+}
+
+TEST(ScriptMode, ServerAnswersAreQueuedAndShownExactly) {
+    const ScriptRun run = RunConsole(R"vts(
+server answer FuelingPositionInformation "A\r\nB\0\e"
+server answer FuelingPositionInformation number 70000
+dblclick Button3
+expect InBox "70000"
+)vts");
+    ASSERT_EQ(0, run.exitCode) << run.err;
+    const auto calls = Calls(run);
+    ASSERT_EQ(2u, calls.size());
+    EXPECT_THAT(calls[0], HasSubstr(R"("result":{"text":"A\r\nB\u0000\u001b"})"));
+    EXPECT_THAT(calls[1], HasSubstr(R"("result":{"i4":70000})"));
+}
+
+TEST(ScriptMode, AFailingCallEndsThroughTheErrorReportWithExitCodeOne) {
+    const ScriptRun run = RunConsole(R"vts(
+server fail FuelingPositionInformation 5 "Invalid procedure call or argument"
+click Button4
+expect TextBox "never reached"
+)vts");
+    EXPECT_EQ(1, run.exitCode);
+    EXPECT_THAT(run.err, HasSubstr("Run-time error 5: Invalid procedure call or argument"));
+    ASSERT_GE(run.trace.size(), 2u);
+    EXPECT_THAT(run.trace[run.trace.size() - 2], HasSubstr(R"("error":{"number":5)"));
+    EXPECT_EQ(R"({"op":"report","number":5,"description":"Invalid procedure call or argument"})", run.trace.back());
+}
+
+TEST(ScriptMode, AFailedExpectExitsWithTwoAndShowsBothTextsEscaped) {
+    const ScriptRun run = RunConsole("\n\nexpect TextBox \"Function\\r\\nBox\"\n");
+    EXPECT_EQ(2, run.exitCode);
+    EXPECT_THAT(run.err, HasSubstr("script.vts:3: expect TextBox"));
+    EXPECT_THAT(run.err, HasSubstr(R"(expected "Function\r\nBox")"));
+    EXPECT_THAT(run.err, HasSubstr(R"(actual   "Function Box")"));
+}
+
+TEST(ScriptMode, ScriptMistakesExitWithTwoNamingTheLine) {
+    struct Case {
+        const char* script;
+        const char* message;
+    };
+    for (const Case& c : {
+             Case{"click NoSuchButton\n", "script.vts:1: no control NoSuchButton in the shown window VantrelTest"},
+             Case{"jump Button1\n", "script.vts:1: unknown command 'jump'"},
+             Case{"expect TextBox \"open\n", "script.vts:1: a text has no closing quote"},
+             Case{"tick\nexpect Button1 \"x\"\n", "script.vts:2: no text box or label Button1"},
+             Case{"answer ok\n", "1 queued replies were never used"},
+             Case{"server fail NoSuchMember 5 \"x\"\n", "the simulator has no member NoSuchMember"},
+         }) {
+        const ScriptRun run = RunConsole(c.script);
+        EXPECT_EQ(2, run.exitCode) << c.script;
+        EXPECT_THAT(run.err, HasSubstr(c.message)) << c.script;
+    }
+}
+
+TEST(ScriptMode, PicturesAreWritten) {
+    const ScriptRun run = RunConsole("shot VantrelTest console.png\n");
+    ASSERT_EQ(0, run.exitCode) << run.err;
+    // Relative to the program's working folder, which the test does not set;
+    // an absolute path is the reliable form.
+    const ScriptRun absolute = RunConsole("shot VantrelTest \"" + run.directory + "/console.png\"\n");
+    ASSERT_EQ(0, absolute.exitCode) << absolute.err;
+    EXPECT_GT(std::filesystem::file_size(run.directory + "/console.png"), 1000u);
+}
+
+TEST(CommandLine, HelpAndVersionAnswerWithoutAWindow) {
+    const std::string binary = VANTREL_TEST_BINARY;
+    EXPECT_EQ(0, std::system((binary + " --help > /dev/null 2>&1").c_str()));
+    EXPECT_EQ(0, std::system((binary + " --version > /dev/null 2>&1").c_str()));
+    EXPECT_NE(0, std::system((binary + " --bogus > /dev/null 2>&1").c_str()));
+}
+
+}  // namespace
+}  // namespace vantrel::testing

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vantrel::testing {
+
+// The program run once in script mode, with what it left behind.
+struct ScriptRun {
+    int exitCode = -1;
+    std::string out;
+    std::string err;
+    std::vector<std::string> trace;  // one JSON object per line
+    std::string directory;           // where the script, trace and pictures are
+};
+
+// Writes the script to a fresh folder, runs vantrel-test --script with a
+// trace there, and collects the outcome. The exit code is -1 when the
+// program ended through a signal, which no test accepts.
+ScriptRun RunScript(const std::string& binary, const std::string& script,
+                    const std::vector<std::string>& extraArguments = {});
+
+}  // namespace vantrel::testing

@@ -1,0 +1,138 @@
+#include "server/command_block.h"
+#include "server/runtime_error.h"
+#include "server/server_calls.h"
+#include "server/trace_json.h"
+#include "server/variant.h"
+
+#include "support/test_support.h"
+
+#include <gtest/gtest.h>
+
+namespace vantrel {
+namespace {
+
+TEST(CommandBlock, BuildsTheSeparatorFormsExactly) {
+    EXPECT_TEXT(Text(1, u'\0'), CommandBlock().Terminate().Text());
+    EXPECT_TEXT(Text(u"Hose=0\r\n") + u'\0', CommandBlock().AddLine(u"Hose=0").Terminate().Text());
+    EXPECT_EQ(9u, CommandBlock().AddLine(u"Hose=0").Terminate().Text().size());
+
+    // Beeper: LF alone; keypad: CR LF then LF.
+    EXPECT_TEXT(Text(u"ReaderPosition=05\nBeepCounts=03\n") + u'\0',
+                CommandBlock().AddLineLf(u"ReaderPosition=05").AddLineLf(u"BeepCounts=03").Terminate().Text());
+    EXPECT_TEXT(Text(u"ReaderPosition=01\r\nKeyData=x\n") + u'\0',
+                CommandBlock().AddLine(u"ReaderPosition=01").AddLineLf(u"KeyData=x").Terminate().Text());
+
+    // Control characters inside a value travel unchanged.
+    const Text data = Text(u"PacketData=C") + char16_t(16) + char16_t(7);
+    EXPECT_TEXT(data + u"\r\n" + u'\0', CommandBlock().AddLine(data).Terminate().Text());
+
+    // Clear starts again; nothing is trimmed or re-cased.
+    CommandBlock block;
+    block.AddLine(u"old");
+    EXPECT_TEXT(u" SlowdownPoint= x ", block.Clear().Append(u" SlowdownPoint= x ").Text());
+}
+
+TEST(CommandBlock, FormatsPositionsAndPaddedNumbers) {
+    EXPECT_TEXT(u"01", PositionText(1));
+    EXPECT_TEXT(u"09", PositionText(9));
+    EXPECT_TEXT(u"32", PositionText(32));
+    EXPECT_TEXT(u"017", ZeroPad(17, 3));
+    EXPECT_TEXT(u"1234", ZeroPad(1234, 3));
+    EXPECT_TEXT(u"00106", ZeroPad(106, 5));
+    EXPECT_TEXT(u"000", ZeroPad(0, 3));
+    EXPECT_TEXT(u"-005", ZeroPad(-5, 3));
+}
+
+TEST(Conversions, ToInt16FollowsThePlatformRules) {
+    EXPECT_EQ(0, ToInt16(Variant()));
+    EXPECT_EQ(0, ToInt16(Variant::OfText(u"")));
+    EXPECT_EQ(12, ToInt16(Variant::OfText(u" 12 ")));
+    EXPECT_EQ(-7, ToInt16(Variant::OfText(u"-7")));
+    EXPECT_EQ(2, ToInt16(Variant::OfText(u"2.5")));  // half to even
+    EXPECT_EQ(4, ToInt16(Variant::OfText(u"3.5")));
+    EXPECT_EQ(-2, ToInt16(Variant::OfText(u"-2.5")));
+    EXPECT_EQ(3, ToInt16(Variant::OfText(u"2.51")));
+    EXPECT_EQ(32767, ToInt16(Variant::OfText(u"32767")));
+    EXPECT_EQ(-32768, ToInt16(Variant::OfText(u"-32768")));
+    EXPECT_EQ(255, ToInt16(Variant::OfText(u"&HFF")));
+    EXPECT_EQ(1000, ToInt16(Variant::OfText(u"1E3")));
+    EXPECT_EQ(-1, ToInt16(Variant::OfBoolean(true)));
+    EXPECT_EQ(300, ToInt16(Variant::OfInt32(300)));
+    EXPECT_EQ(2, ToInt16(Variant::OfDouble(2.5)));
+}
+
+TEST(Conversions, FailuresCarryThePlatformErrorNumbers) {
+    const auto number = [](const Variant& value) {
+        try {
+            ToInt16(value);
+        } catch (const RuntimeError& error) {
+            return error.number();
+        }
+        return 0;
+    };
+    EXPECT_EQ(13, number(Variant::OfText(u"abc")));
+    EXPECT_EQ(13, number(Variant::OfText(u"12abc")));
+    EXPECT_EQ(13, number(Variant::OfText(u"   ")));
+    EXPECT_EQ(13, number(Variant::OfText(u"1E")));
+    EXPECT_EQ(6, number(Variant::OfText(u"32768")));
+    EXPECT_EQ(6, number(Variant::OfText(u"1E5")));
+    EXPECT_EQ(6, number(Variant::OfText(u"-32769")));
+    EXPECT_EQ(-32768, ToInt16(Variant::OfText(u"-32768.5")));  // the even neighbour is in range
+    EXPECT_EQ(6, number(Variant::OfInt32(70000)));
+    EXPECT_EQ(94, number(Variant::Null()));
+    EXPECT_EQ(-32768, ToInt16(Variant::OfText(u"-32767.5")));  // rounds to even, inside the range
+}
+
+TEST(Conversions, ToTextShowsEveryKind) {
+    EXPECT_TEXT(u"", ToText(Variant()));
+    EXPECT_TEXT(Text(u"a\0b", 3), ToText(Variant::OfText(Text(u"a\0b", 3))));
+    EXPECT_TEXT(u"-5", ToText(Variant::OfInt16(-5)));
+    EXPECT_TEXT(u"70000", ToText(Variant::OfInt32(70000)));
+    EXPECT_TEXT(u"2.5", ToText(Variant::OfDouble(2.5)));
+    EXPECT_TEXT(u"1E+20", ToText(Variant::OfDouble(1e20)));
+    EXPECT_TEXT(u"1E-05", ToText(Variant::OfDouble(0.00001)));
+    EXPECT_TEXT(u"True", ToText(Variant::OfBoolean(true)));
+    EXPECT_THROW(ToText(Variant::Null()), RuntimeError);
+}
+
+TEST(ServerRegistry, AnUnknownProgIdCannotBeCreated) {
+    ServerRegistry registry;
+    try {
+        registry.Create("Vantrel.Application");
+        FAIL() << "created an object nobody registered";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(429, error.number());
+        EXPECT_EQ("ActiveX component can't create object", error.description());
+    }
+}
+
+TEST(Trace, WritesEveryValueKindAndControlCharacterAsJson) {
+    CallEvent put;
+    put.op = CallEvent::Op::Put;
+    put.member = "Authorize";
+    put.argument = Variant::OfText(Text(u"A=1\r\n\x1b", 6) + u'\0');
+    EXPECT_EQ(R"({"op":"put","member":"Authorize","value":{"text":"A=1\r\n\u001b\u0000"}})", ToJsonLine(put));
+
+    CallEvent call;
+    call.op = CallEvent::Op::Call;
+    call.member = "DispenserInformation";
+    call.argument = Variant::OfInt16(12);
+    call.byRef = true;
+    call.result = Variant();
+    EXPECT_EQ(R"({"op":"call","member":"DispenserInformation","arg":{"i2":12},"byref":true,"result":{"empty":true}})",
+              ToJsonLine(call));
+
+    call.error = RuntimeError(438, "Object doesn't support this property or method");
+    EXPECT_EQ(
+        R"({"op":"call","member":"DispenserInformation","arg":{"i2":12},"byref":true,"error":{"number":438,"description":"Object doesn't support this property or method"}})",
+        ToJsonLine(call));
+
+    EXPECT_EQ(R"({"i4":70000})", ToJson(Variant::OfInt32(70000)));
+    EXPECT_EQ(R"({"r8":2.5})", ToJson(Variant::OfDouble(2.5)));
+    EXPECT_EQ(R"({"bool":false})", ToJson(Variant::OfBoolean(false)));
+    EXPECT_EQ(R"({"null":true})", ToJson(Variant::Null()));
+    EXPECT_EQ(R"({"text":"\u00e9\"\\"})", ToJson(Variant::OfText(u"\u00e9\"\\")));
+}
+
+}  // namespace
+}  // namespace vantrel
