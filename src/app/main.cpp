@@ -38,7 +38,8 @@ constexpr const char* kHelp =
     "  --help          show this text\n"
     "  --version       show the version\n"
     "\n"
-    "Without a COM server on this platform the built-in simulator stands in.\n";
+    "Without a COM server on this platform the built-in simulator stands in;\n"
+    "VANTREL_NO_SIMULATOR=1 leaves it out (the console then cannot start).\n";
 
 struct Options {
     bool simulator = false;
@@ -124,13 +125,18 @@ int main(int argc, char* argv[]) {
 
     // "Vantrel.Application" resolves to the platform's automation where there
     // is one; everywhere else, and on request, the built-in simulator.
+    // VANTREL_NO_SIMULATOR=1 leaves the built-in one out, to see what the
+    // console does on a machine where the server is not installed.
     vantrel::ServerRegistry servers;
     vantrel::Simulator* simulator = nullptr;
-    servers.Register(std::string(vantrel::kServerProgId), [&simulator] {
-        auto created = std::make_unique<vantrel::Simulator>();
-        simulator = created.get();
-        return created;
-    });
+    const bool noSimulator = qEnvironmentVariable("VANTREL_NO_SIMULATOR") == QLatin1String("1");
+    if (!noSimulator || options.simulator) {
+        servers.Register(std::string(vantrel::kServerProgId), [&simulator] {
+            auto created = std::make_unique<vantrel::Simulator>();
+            simulator = created.get();
+            return created;
+        });
+    }
 
     vantrel::QtPrompter boxes;
     vantrel::ScriptPrompter scripted;

@@ -118,3 +118,23 @@ TEST(CommandLine, HelpAndVersionAnswerWithoutAWindow) {
 
 }  // namespace
 }  // namespace vantrel::testing
+
+namespace vantrel::testing {
+namespace {
+
+TEST(StartUp, AServerThatCannotBeCreatedEndsThroughTheReportBeforeAnyWindow) {
+    ::setenv("VANTREL_NO_SIMULATOR", "1", 1);
+    const ScriptRun run = RunConsole("shot VantrelTest never.png\n");
+    ::unsetenv("VANTREL_NO_SIMULATOR");
+    EXPECT_EQ(1, run.exitCode);
+    EXPECT_THAT(run.err, ::testing::HasSubstr("Run-time error 429: ActiveX component can't create object"));
+    ASSERT_EQ(2u, run.trace.size());
+    EXPECT_EQ(
+        R"({"op":"create","progid":"Vantrel.Application","error":{"number":429,"description":"ActiveX component can't create object"}})",
+        run.trace[0]);
+    EXPECT_EQ(R"({"op":"report","number":429,"description":"ActiveX component can't create object"})", run.trace[1]);
+    EXPECT_FALSE(std::filesystem::exists(run.directory + "/never.png"));
+}
+
+}  // namespace
+}  // namespace vantrel::testing
