@@ -1,5 +1,6 @@
 #include "console_form.h"
 
+#include "console/console.h"
 #include "console/position_selector.h"
 #include "console/system_commands.h"
 #include "devices/devices.h"
@@ -44,12 +45,7 @@ void AddShellControls(std::vector<Control>& controls) {
 }  // namespace
 
 FormDescription ConsoleForm() {
-    FormDescription form;
-    form.name = "VantrelTest";
-    form.caption = u"Vantrel Test Utility    (Test 10/29/10)";
-    form.clientWidth = 8655;
-    form.clientHeight = 7860;
-    form.backColor = 0x00A67231;
+    FormDescription form = MakeForm(kConsoleForm, u"Vantrel Test Utility    (Test 10/29/10)", 8655, 7860, 0x00A67231);
     AddShellControls(form.controls);
     AddSystemControls(form.controls);
     AddDispenserControls(form.controls);

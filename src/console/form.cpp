@@ -97,6 +97,17 @@ Control Timer(std::string name, int intervalMs, Handler tick) {
     return control;
 }
 
+FormDescription MakeForm(std::string name, Text caption, int clientWidth, int clientHeight,
+                         std::optional<Color> backColor) {
+    FormDescription form;
+    form.name = std::move(name);
+    form.caption = std::move(caption);
+    form.clientWidth = clientWidth;
+    form.clientHeight = clientHeight;
+    form.backColor = backColor;
+    return form;
+}
+
 const Control* FormDescription::Find(std::string_view control) const {
     for (const Control& row : controls) {
         if (row.name == control) {

@@ -105,6 +105,11 @@ struct FormDescription {
     const Control* Find(std::string_view control) const;
 };
 
+// A window with no controls yet: name, caption, client area in twips and
+// background colour.
+FormDescription MakeForm(std::string name, Text caption, int clientWidth, int clientHeight,
+                         std::optional<Color> backColor = std::nullopt);
+
 inline constexpr int kTwipsPerPixel = 15;
 
 }  // namespace vantrel
