@@ -55,8 +55,11 @@ FormView::FormView(const FormDescription& description, FormState& state, EventDi
     , dispatch_(std::move(dispatch)) {
     setObjectName(QString::fromStdString(description.name));
     setFixedSize(Pixels(description.clientWidth), Pixels(description.clientHeight));
-    // The layouts were drawn for an 8-point sans serif font, about 11 pixels.
+    // The layouts were drawn for a narrow 8-point sans serif font, about 11
+    // pixels; wider faces would wrap captions that fit in the original.
     QFont small = font();
+    small.setFamilies({QStringLiteral("MS Sans Serif"), QStringLiteral("DejaVu Sans Condensed"),
+                       QStringLiteral("Sans Serif")});
     small.setPixelSize(11);
     setFont(small);
     if (description.backColor) {
