@@ -1,6 +1,5 @@
 #include "devices.h"
 
-#include "console/console.h"
 #include "devices/device_commands.h"
 
 namespace vantrel {
