@@ -174,7 +174,7 @@ TEST_F(OtherDevicesTest, GetCodeTwiceSendsTheSameBlockAndShowsTheSameSevenLines)
 }
 
 TEST_F(OtherDevicesTest, GetCodeShowsItsLinesEvenWhenTheAssignmentFails) {
-    test_.server().QueueFailure("CarWashInformationRequest", RuntimeError(-2147467259, "Unspecified error"));
+    test_.server().QueueFailure("CarWashInformationRequest", RuntimeError(-2147467259, "Automation error"));
     Press("CWGETCODEBUTTON");
     ASSERT_EQ(1u, test_.report().errors.size());
     EXPECT_EQ(-2147467259, test_.report().errors[0].number());
