@@ -200,9 +200,13 @@ void FormView::SyncText(const Control& control, QWidget* widget) {
     } else if (auto* line = qobject_cast<QLineEdit*>(widget)) {
         // An editable box shows what was typed; a read-only box shows control
         // characters as symbols.
-        line->setText(control.readOnly ? VisibleText(text, LineBreaks::None) : ToQString(text));
-        if (control.readOnly) {
-            line->setCursorPosition(0);
+        const QString shown = control.readOnly ? VisibleText(text, LineBreaks::None) : ToQString(text);
+        // Writing back what was just typed would move the cursor to the end.
+        if (line->text() != shown) {
+            line->setText(shown);
+            if (control.readOnly) {
+                line->setCursorPosition(0);
+            }
         }
     }
     syncing_ = false;

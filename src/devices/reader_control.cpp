@@ -1,0 +1,38 @@
+#include "device_commands.h"
+
+#include "console/console.h"
+#include "server/command_block.h"
+
+namespace vantrel {
+
+namespace {
+
+void SendChipReaderControl(Console& console, TextView controlLine) {
+    CommandBlock block;
+    block.AddLine(u"ReaderPosition=" + console.SelectedPositionText).AddLine(controlLine).Terminate();
+    console.KRM().Put("ReaderControl", Variant::OfText(block.Text()));
+}
+
+}  // namespace
+
+void ChipReaderEnable(Console& console) { SendChipReaderControl(console, u"ChipReaderControl=Enable"); }
+void ChipReaderDisable(Console& console) { SendChipReaderControl(console, u"ChipReaderControl=Disable"); }
+
+void PacketPrintBarCode(Console& console) {
+    // A printer job for the terminal's printer: an EAN-8 bar code (the last
+    // digit is the check digit), then a paper cut. No separators inside.
+    const Text job = Text(u"<PrinterCommand><PrintCommand SequenceNumber=\"0\">") +
+                     u"<PrintBarCode Characters=\"73513537\" Symbology=\"EAN_8\"/>" + u"<CutPaper/>" +
+                     u"</PrintCommand></PrinterCommand>";
+    const auto count = static_cast<std::int16_t>(job.size());
+    CommandBlock block;
+    block.AddLine(u"ReaderPosition=" + console.SelectedPositionText)
+        .AddLine(u"PacketCount=" + ZeroPad(count, 3))
+        .AddLine(u"PacketData=" + job)
+        .Terminate();
+    // The one command of the window that goes through the shared value.
+    console.CommandData = Variant::OfText(block.Text());
+    console.KRM().Put("PacketQueOutput", console.CommandData);
+}
+
+}  // namespace vantrel
