@@ -1,147 +1,183 @@
 #include "simulator.h"
 
-#include "server/command_block.h"
+#include "simulator/answer_text.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace vantrel {
 
-namespace {
+using simulation::FindMember;
+using simulation::Info;
 
-std::string Lower(std::string_view name) {
-    std::string lower(name);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return lower;
+Simulator::Simulator()
+    : Simulator(std::make_unique<simulation::RealClock>()) {}
+
+Simulator::Simulator(std::unique_ptr<simulation::Clock> clock)
+    : clock_(std::move(clock))
+    , manual_(dynamic_cast<simulation::ManualClock*>(clock_.get()))
+    , forecourt_(std::make_unique<simulation::Forecourt>()) {
+    forecourt_->AdvanceTo(clock_->Now());
 }
 
-Text Line(std::string_view key, const Text& value) { return FromUtf8(key) + u"=" + value + u"\r\n"; }
+Simulator::~Simulator() = default;
 
-}  // namespace
+bool Simulator::Knows(std::string_view member) const { return FindMember(member).has_value(); }
 
-Simulator::Simulator() {
-    const auto add = [this](std::initializer_list<const char*> names, Style style) {
-        for (const char* name : names) {
-            members_.emplace(Lower(name), Member{name, style});
-        }
-    };
-    add({"Authorize", "Price", "DisplayData", "PrintOutput", "BeeperControl", "KeyEntryType", "KeyPadConfiguration",
-         "PacketQueOutput", "PreloadDisplayMessage", "WindowControl", "SerialPortParameters",
-         "CarWashInformationRequest", "PriceSignDataSend", "ReaderControl", "Stop", "Deauthorize", "Resume",
-         "PayOutSale", "TankMonitorStartReport"},
-        Style::Assignment);
-    add({"CardQue", "CashInQue", "KeyQue", "PacketQueInput", "QueCountQuery", "ReadErrorQue", "SystemVersions",
-         "CarWashRequestStatus", "CarWashDataRead", "CarWashOperationStatus", "PriceSignDataRead", "TankMonitorReport",
-         "TankMonitorReportStatus"},
-        Style::Text);
-    add({"ClearTopCardQue", "ClearTopCashQue", "ClearTopKeyQue", "ClearErrorQue", "ClearPacketEntry", "InvokeHelpFile",
-         "SelfDiagnosticsReportStart", "SelfDiagnosticsReportStatus"},
-        Style::Numeric);
-    add({"FuelingPositionInformation", "DispenserInformation", "ReaderInformation"}, Style::WithPosition);
+std::optional<Simulator::Style> Simulator::StyleOf(std::string_view member) const {
+    const auto id = FindMember(member);
+    return id ? std::optional<Style>(Info(*id).style) : std::nullopt;
 }
-
-bool Simulator::Knows(std::string_view member) const { return members_.count(Lower(member)) != 0; }
 
 void Simulator::QueueAnswer(std::string_view member, Variant answer) {
-    queued_[Lower(member)].push_back(std::move(answer));
+    if (const auto id = FindMember(member)) {
+        faults_.QueueAnswer(*id, std::move(answer));
+    }
 }
 
 void Simulator::QueueFailure(std::string_view member, RuntimeError error) {
-    queued_[Lower(member)].push_back(std::move(error));
+    if (const auto id = FindMember(member)) {
+        faults_.QueueFailure(*id, std::move(error));
+    }
 }
 
-const Simulator::Member& Simulator::Lookup(std::string_view member, Style style) const {
-    const auto found = members_.find(Lower(member));
-    if (found == members_.end() || found->second.style != style) {
+bool Simulator::QueueDelay(std::string_view member, std::chrono::milliseconds delay) {
+    const auto id = FindMember(member);
+    if (id) {
+        faults_.QueueDelay(*id, delay);
+    }
+    return id.has_value();
+}
+
+Simulator::MemberId Simulator::Lookup(std::string_view member, Style style) const {
+    const auto id = FindMember(member);
+    if (!id || Info(*id).style != style) {
         throw errors::UnsupportedMember();
     }
-    return found->second;
+    return *id;
 }
 
-bool Simulator::TakeQueued(const Member& member, Variant& answer) {
-    const auto found = queued_.find(Lower(member.name));
-    if (found == queued_.end() || found->second.empty()) {
+bool Simulator::Faulted(MemberId member, Variant& answer) {
+    if (faults_.empty()) {
         return false;
     }
-    Outcome outcome = std::move(found->second.front());
-    found->second.pop_front();
-    if (const auto* error = std::get_if<RuntimeError>(&outcome)) {
-        throw *error;
-    }
-    answer = std::get<Variant>(std::move(outcome));
-    return true;
+    clock_->Wait(faults_.TakeDelay(member));
+    return faults_.TakeOutcome(member, answer);
 }
 
 void Simulator::Put(std::string_view member, const Variant& value) {
-    const Member& known = Lookup(member, Style::Assignment);
-    Variant ignored;
-    TakeQueued(known, ignored);  // only a queued failure matters to an assignment
-    assignments_.emplace_back(known.name, value);
+    const MemberId id = Lookup(member, Style::Assignment);
+    Variant unused;
+    Faulted(id, unused);
+    Update();
+    Remember(id, value);
+    Assign(id, value);
 }
 
 Variant Simulator::Call(std::string_view member) {
-    const auto found = members_.find(Lower(member));
-    if (found == members_.end() || (found->second.style != Style::Text && found->second.style != Style::Numeric)) {
+    const auto id = FindMember(member);
+    if (!id || (Info(*id).style != Style::Text && Info(*id).style != Style::Numeric)) {
         throw errors::UnsupportedMember();
     }
     Variant answer;
-    if (TakeQueued(found->second, answer)) {
+    if (Faulted(*id, answer)) {
         return answer;
     }
-    return Answer(found->second, 0);
+    Update();
+    return Answer(*id);
 }
 
 Variant Simulator::Call(std::string_view member, const Variant& argument) {
-    const Member& known = Lookup(member, Style::WithPosition);
+    const MemberId id = Lookup(member, Style::WithPosition);
     Variant answer;
-    if (TakeQueued(known, answer)) {
+    if (Faulted(id, answer)) {
         return answer;
     }
-    return Answer(known, ToInt16(argument));
+    Update();
+    return AnswerAbout(id, ToInt16(argument));
 }
 
+// The server reads the position and writes nothing back.
 Variant Simulator::CallByRef(std::string_view member, Variant& argument) { return Call(member, argument); }
 
-Variant Simulator::Answer(const Member& member, std::int16_t position) {
-    const std::string& name = member.name;
-    if (member.style == Style::Numeric) {
-        return Variant::OfInt16(0);
+void Simulator::Report(MemberId member, const std::string& problem) {
+    if (!problem.empty()) {
+        forecourt_->queues.Report(Info(member).name, problem);
     }
-    if (member.style == Style::WithPosition) {
-        if (position < 1 || position > 32) {
-            return Variant::OfText(u"Error=Invalid position\r\n");
-        }
-        const Text nn = PositionText(position);
-        if (name == "FuelingPositionInformation") {
-            return Variant::OfText(Line("FuelingPosition", nn) + Line("State", u"Idle") + Line("Hose", u"0") +
-                                   Line("Volume", u"0.000") + Line("Amount", u"0.00"));
-        }
-        if (name == "DispenserInformation") {
-            return Variant::OfText(Line("FuelingPosition", nn) + Line("Hoses", u"4") + Line("Tier1", u"1111") +
-                                   Line("Tier2", u"1111") + Line("Blend", u"100"));
-        }
-        return Variant::OfText(Line("ReaderPosition", nn) + Line("Display", u"Idle") + Line("ChipReader", u"Disable"));
+}
+
+void Simulator::Remember(MemberId member, const Variant& value) {
+    Assignment& slot = recent_[recentCount_ % kRecent];
+    ++recentCount_;
+    slot.member = member;
+    if (value.is(Variant::Kind::Text)) {
+        slot.value.assign(value.text());  // reuses the slot's storage
+    } else {
+        slot.value = value.is(Variant::Kind::Null) ? Text(u"Null") : ToText(value);
     }
-    if (name == "SystemVersions") {
-        return Variant::OfText(Line("Application", u"Vantrel.Application 10.29 (built-in simulator)") +
-                               Line("Link", u"Simulated serial link"));
+}
+
+std::vector<std::pair<std::string, Text>> Simulator::RecentAssignments() const {
+    std::vector<std::pair<std::string, Text>> recent;
+    const std::size_t count = std::min(recentCount_, kRecent);
+    for (std::size_t i = 1; i <= count; ++i) {
+        const Assignment& slot = recent_[(recentCount_ - i) % kRecent];
+        recent.emplace_back(std::string(Info(slot.member).name), simulation::OneLine(slot.value, 200));
     }
-    if (name == "QueCountQuery") {
-        return Variant::OfText(Line("CardQue", u"0") + Line("KeyQue", u"0") + Line("CashInQue", u"0") +
-                               Line("ErrorQue", u"0") + Line("PacketQue", u"0"));
+    return recent;
+}
+
+const simulation::Forecourt& Simulator::forecourt() {
+    Update();
+    return *forecourt_;
+}
+
+std::string Simulator::Lift(int position, int hose) {
+    Update();
+    return forecourt_->Lift(position, hose);
+}
+
+std::string Simulator::Hang(int position) {
+    Update();
+    return forecourt_->Hang(position);
+}
+
+std::string Simulator::SwipeCard(int position, TextView data) {
+    Update();
+    return forecourt_->SwipeCard(position, data);
+}
+
+std::string Simulator::PressKeys(int position, TextView keys) {
+    Update();
+    return forecourt_->PressKeys(position, keys);
+}
+
+std::string Simulator::InsertCash(int position, TextView amount) {
+    Update();
+    return forecourt_->InsertCash(position, amount);
+}
+
+std::string Simulator::SendPacket(int position, TextView data) {
+    Update();
+    return forecourt_->SendPacket(position, data);
+}
+
+std::string Simulator::EnterWashCode(TextView code) {
+    Update();
+    return forecourt_->EnterWashCode(code);
+}
+
+void Simulator::SetAutomatic(bool on) {
+    Update();
+    forecourt_->traffic.Switch(on, clock_->Now());
+}
+
+bool Simulator::AdvanceTime(std::chrono::milliseconds step) {
+    if (!manual_) {
+        return false;
     }
-    if (name == "TankMonitorReportStatus") {
-        return Variant::OfText(Line("ReportStatus", u"Complete"));
-    }
-    if (name == "CarWashRequestStatus" || name == "CarWashOperationStatus") {
-        return Variant::OfText(Line("Status", u"Idle"));
-    }
-    if (name == "PriceSignDataRead") {
-        return Variant::OfText(Line("Status", u"OK"));
-    }
-    // The queues and data reads start empty.
-    return Variant::OfText({});
+    manual_->Advance(step);
+    Update();
+    return true;
 }
 
 }  // namespace vantrel

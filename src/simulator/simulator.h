@@ -2,29 +2,40 @@
 
 #include "server/fault_injection.h"
 #include "server/server_calls.h"
+#include "simulator/clock.h"
+#include "simulator/fault_queue.h"
+#include "simulator/forecourt.h"
+#include "simulator/members.h"
 
-#include <deque>
-#include <map>
+#include <array>
+#include <chrono>
+#include <memory>
+#include <optional>
 #include <string>
-#include <variant>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vantrel {
 
-// The built-in stand-in for "Vantrel.Application". It knows every member the
-// console uses, with the way each one is invoked, and answers with plausible
-// key=value texts. A member it does not know, or one used in a way it does
-// not support, raises error 438 as the real server's dispatch would.
+// The built-in stand-in for "Vantrel.Application": a model of a filling
+// station's controller with 32 fueling positions and their reader terminals,
+// the event queues, a car wash, a price sign and a tank monitor. It knows
+// every member the console uses, with the way each one is invoked; a member
+// it does not know, or one used in another way, raises error 438 as the real
+// server's dispatch would. A block it cannot act on is not thrown back: it
+// adds a readable entry to the error queue, as a controller on a serial link
+// would report it.
 class Simulator final : public AutomationObject, public FaultInjection {
 public:
-    enum class Style {
-        Assignment,    // member = value
-        Text,          // result = member(), a text
-        Numeric,       // result = member(), a 16-bit number
-        WithPosition,  // result = member(position)
-    };
+    using Style = simulation::MemberStyle;
 
+    // On the wall clock.
     Simulator();
+    explicit Simulator(std::unique_ptr<simulation::Clock> clock);
+    ~Simulator() override;
+    Simulator(const Simulator&) = delete;
+    Simulator& operator=(const Simulator&) = delete;
 
     void Put(std::string_view member, const Variant& value) override;
     Variant Call(std::string_view member) override;
@@ -32,26 +43,69 @@ public:
     Variant CallByRef(std::string_view member, Variant& argument) override;
 
     bool Knows(std::string_view member) const override;
+    // An answer queued for an assigned member is used up by its next
+    // assignment and changes nothing.
     void QueueAnswer(std::string_view member, Variant answer) override;
     void QueueFailure(std::string_view member, RuntimeError error) override;
+    // The next call or assignment of the member is held back this long
+    // before it is carried out. False for a member the simulator lacks.
+    bool QueueDelay(std::string_view member, std::chrono::milliseconds delay);
+    std::optional<Style> StyleOf(std::string_view member) const;
 
-    // What was assigned, for tests and the simulator's own views.
-    const std::vector<std::pair<std::string, Variant>>& assignments() const { return assignments_; }
+    // Events from the forecourt side. Each returns an empty text when it
+    // happened, else why it cannot (no such position, no nozzle lifted ...).
+    std::string Lift(int position, int hose);
+    std::string Hang(int position);
+    std::string SwipeCard(int position, TextView data);
+    std::string PressKeys(int position, TextView keys);
+    std::string InsertCash(int position, TextView amount);
+    std::string SendPacket(int position, TextView data);
+    std::string EnterWashCode(TextView code);
+
+    void SetAutomatic(bool on);
+    bool automatic() const { return forecourt_->traffic.on(); }
+
+    // Moves a manual clock on; false when the simulator runs on the wall
+    // clock.
+    bool AdvanceTime(std::chrono::milliseconds step);
+    simulation::ManualClock* manualClock() const { return manual_; }
+    std::chrono::milliseconds now() const { return clock_->Now(); }
+
+    // The model brought up to the present, for views.
+    const simulation::Forecourt& forecourt();
+    std::vector<std::string> PendingFaults() const { return faults_.Describe(); }
+    // The newest assignments first: member and value as one readable line.
+    std::vector<std::pair<std::string, Text>> RecentAssignments() const;
 
 private:
-    struct Member {
-        std::string name;
-        Style style;
+    using MemberId = simulation::MemberId;
+
+    MemberId Lookup(std::string_view member, Style style) const;
+    bool Faulted(MemberId member, Variant& answer);
+    void Update() { forecourt_->AdvanceTo(clock_->Now()); }
+    void Remember(MemberId member, const Variant& value);
+    void Report(MemberId member, const std::string& problem);
+
+    // simulator_commands.cpp: what an assignment does to the model.
+    void Assign(MemberId member, const Variant& value);
+    void AssignBlock(MemberId member, TextView block);
+    void AssignSaleControl(MemberId member, TextView value);
+    // simulator_answers.cpp: what a call answers.
+    Variant Answer(MemberId member);
+    Variant AnswerAbout(MemberId member, int position);
+
+    std::unique_ptr<simulation::Clock> clock_;
+    simulation::ManualClock* manual_ = nullptr;
+    std::unique_ptr<simulation::Forecourt> forecourt_;
+    simulation::FaultQueue faults_;
+
+    struct Assignment {
+        MemberId member = MemberId::Authorize;
+        Text value;
     };
-    using Outcome = std::variant<Variant, RuntimeError>;
-
-    const Member& Lookup(std::string_view member, Style style) const;
-    bool TakeQueued(const Member& member, Variant& answer);
-    Variant Answer(const Member& member, std::int16_t position);
-
-    std::map<std::string, Member, std::less<>> members_;  // by lower-case name
-    std::map<std::string, std::deque<Outcome>, std::less<>> queued_;
-    std::vector<std::pair<std::string, Variant>> assignments_;
+    static constexpr std::size_t kRecent = 16;
+    std::array<Assignment, kRecent> recent_;
+    std::size_t recentCount_ = 0;
 };
 
 }  // namespace vantrel
