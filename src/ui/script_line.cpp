@@ -1,6 +1,7 @@
 #include "script_line.h"
 
 #include <charconv>
+#include <cstdint>
 #include <vector>
 
 namespace vantrel {
@@ -27,8 +28,8 @@ int HexValue(char c) {
 }
 
 // Reads a quoted text starting after the opening quote; i ends after the
-// closing quote.
-std::optional<std::string> ReadQuoted(std::string_view line, std::size_t& i, Text& out) {
+// closing quote. An unquoted text runs to the end of the line instead.
+std::optional<std::string> ReadQuoted(std::string_view line, std::size_t& i, Text& out, bool quoted = true) {
     std::string pending;  // UTF-8 run not yet converted
     const auto flush = [&] {
         out += FromUtf8(pending);
@@ -36,7 +37,7 @@ std::optional<std::string> ReadQuoted(std::string_view line, std::size_t& i, Tex
     };
     while (i < line.size()) {
         const char c = line[i++];
-        if (c == '"') {
+        if (c == '"' && quoted) {
             flush();
             return std::nullopt;
         }
@@ -79,6 +80,10 @@ std::optional<std::string> ReadQuoted(std::string_view line, std::size_t& i, Tex
         }
         flush();
         out.push_back(code);
+    }
+    if (!quoted) {
+        flush();
+        return std::nullopt;
     }
     return "a text has no closing quote";
 }
@@ -130,6 +135,140 @@ bool ParseInt(const std::string& word, std::int64_t& value) {
 
 ScriptError Usage(std::string_view verb, std::string_view form) {
     return ScriptError{"usage: " + std::string(verb) + " " + std::string(form)};
+}
+
+// "+30", "+2.5", "+0.125": seconds, in milliseconds; false for anything else.
+bool ParseSeconds(const std::string& word, std::int64_t& milliseconds) {
+    if (word.size() < 2 || word[0] != '+') {
+        return false;
+    }
+    const std::size_t point = word.find('.');
+    const std::string whole = word.substr(1, point == std::string::npos ? std::string::npos : point - 1);
+    std::string fraction = point == std::string::npos ? "" : word.substr(point + 1);
+    std::int64_t seconds = 0;
+    std::int64_t part = 0;
+    if (!ParseInt(whole, seconds) || whole[0] == '-' || whole[0] == '+' || seconds > 31'536'000 ||
+        (point != std::string::npos && (fraction.empty() || fraction.size() > 3 || fraction[0] == '-' ||
+                                        fraction[0] == '+' || !ParseInt(fraction, part)))) {
+        return false;
+    }
+    fraction.resize(3, '0');
+    ParseInt(fraction, part);
+    milliseconds = seconds * 1000 + part;
+    return true;
+}
+
+bool InRange(const Token& token, std::int64_t lowest, std::int64_t highest, std::int64_t& value) {
+    return !token.quoted && ParseInt(token.word, value) && value >= lowest && value <= highest;
+}
+
+ParsedLine ParseServerLine(const std::vector<Token>& tokens) {
+    const auto word = [&](std::size_t k, const char* expected = nullptr) {
+        return k < tokens.size() && !tokens[k].quoted && (!expected || tokens[k].word == expected);
+    };
+    const auto quoted = [&](std::size_t k) { return k < tokens.size() && tokens[k].quoted; };
+    ScriptCommand command;
+    if (word(1, "answer") && word(2)) {
+        command.name = tokens[2].word;
+        if (tokens.size() == 4 && quoted(3)) {
+            command.verb = ScriptCommand::Verb::ServerAnswerText;
+            command.text = tokens[3].text;
+            return command;
+        }
+        if (tokens.size() == 5 && word(3, "number") && InRange(tokens[4], INT32_MIN, INT32_MAX, command.number)) {
+            command.verb = ScriptCommand::Verb::ServerAnswerNumber;
+            return command;
+        }
+        if (tokens.size() == 5 && word(3, "huge") && InRange(tokens[4], 0, 64 << 20, command.number)) {
+            command.verb = ScriptCommand::Verb::ServerAnswerHuge;
+            return command;
+        }
+        return Usage("server answer",
+                     "MEMBER \"text\" | MEMBER number N (a 32-bit whole number) | MEMBER huge N (0 to 67108864 "
+                     "characters)");
+    }
+    if (word(1, "fail") && tokens.size() == 5 && word(2) && quoted(4) &&
+        InRange(tokens[3], INT32_MIN, INT32_MAX, command.number)) {
+        command.verb = ScriptCommand::Verb::ServerFail;
+        command.name = tokens[2].word;
+        command.text = tokens[4].text;
+        return command;
+    }
+    if (word(1, "delay")) {
+        if (tokens.size() == 4 && word(2) && InRange(tokens[3], 0, 600'000, command.number)) {
+            command.verb = ScriptCommand::Verb::ServerDelay;
+            command.name = tokens[2].word;
+            return command;
+        }
+        return Usage("server delay", "MEMBER MS (0 to 600000 milliseconds)");
+    }
+    if (word(1, "time")) {
+        if (tokens.size() == 3 && word(2) && ParseSeconds(tokens[2].word, command.number)) {
+            command.verb = ScriptCommand::Verb::ServerTime;
+            return command;
+        }
+        return Usage("server time", "+SECONDS (a whole number, or with up to three decimals)");
+    }
+    if (word(1, "auto")) {
+        if (tokens.size() == 3 && (word(2, "on") || word(2, "off"))) {
+            command.verb = ScriptCommand::Verb::ServerAuto;
+            command.number = tokens[2].word == "on" ? 1 : 0;
+            return command;
+        }
+        return Usage("server auto", "on|off");
+    }
+    return Usage("server",
+                 "answer MEMBER \"text\" | answer MEMBER number N | answer MEMBER huge N | fail MEMBER N "
+                 "\"description\" | delay MEMBER MS | time +SECONDS | auto on|off");
+}
+
+ParsedLine ParseForecourtLine(const std::vector<Token>& tokens) {
+    static constexpr const char* kForms =
+        "lift P hose H | hang P | card P \"track data\" | keys P \"keys\" | cash P \"amount\" | packet P \"data\" | "
+        "wash \"code\" (P a position 1 to 32, H a hose 1 to 8)";
+    ScriptCommand command;
+    const std::string event = tokens.size() > 1 && !tokens[1].quoted ? tokens[1].word : "";
+    if (event == "wash") {
+        if (tokens.size() != 3 || !tokens[2].quoted) {
+            return Usage("forecourt", kForms);
+        }
+        command.verb = ScriptCommand::Verb::ForecourtWash;
+        command.text = tokens[2].text;
+        return command;
+    }
+    std::int64_t position = 0;
+    if (tokens.size() < 3 || !InRange(tokens[2], 1, 32, position)) {
+        return Usage("forecourt", kForms);
+    }
+    command.position = static_cast<int>(position);
+    if (event == "lift") {
+        std::int64_t hose = 0;
+        if (tokens.size() != 5 || tokens[3].quoted || tokens[3].word != "hose" || !InRange(tokens[4], 1, 8, hose)) {
+            return Usage("forecourt", kForms);
+        }
+        command.verb = ScriptCommand::Verb::ForecourtLift;
+        command.hose = static_cast<int>(hose);
+        return command;
+    }
+    if (event == "hang") {
+        if (tokens.size() != 3) {
+            return Usage("forecourt", kForms);
+        }
+        command.verb = ScriptCommand::Verb::ForecourtHang;
+        return command;
+    }
+    using Verb = ScriptCommand::Verb;
+    const Verb verb = event == "card"     ? Verb::ForecourtCard
+                      : event == "keys"   ? Verb::ForecourtKeys
+                      : event == "cash"   ? Verb::ForecourtCash
+                      : event == "packet" ? Verb::ForecourtPacket
+                                          : Verb::Click;
+    if (verb == Verb::Click || tokens.size() != 4 || !tokens[3].quoted) {
+        return Usage("forecourt", kForms);
+    }
+    command.verb = verb;
+    command.text = tokens[3].text;
+    return command;
 }
 
 }  // namespace
@@ -227,31 +366,30 @@ ParsedLine ParseScriptLine(std::string_view line) {
         return command;
     }
     if (verb == "server") {
-        if (word(1) && tokens[1].word == "answer" && word(2)) {
-            command.name = tokens[2].word;
-            if (tokens.size() == 4 && quoted(3)) {
-                command.verb = ScriptCommand::Verb::ServerAnswerText;
-                command.text = tokens[3].text;
-                return command;
-            }
-            if (tokens.size() == 5 && word(3) && tokens[3].word == "number" && word(4) &&
-                ParseInt(tokens[4].word, command.number) && command.number >= INT32_MIN &&
-                command.number <= INT32_MAX) {
-                command.verb = ScriptCommand::Verb::ServerAnswerNumber;
-                return command;
-            }
-            return Usage("server answer", "MEMBER \"text\" | MEMBER number N (a 32-bit whole number)");
+        return ParseServerLine(tokens);
+    }
+    if (verb == "forecourt") {
+        return ParseForecourtLine(tokens);
+    }
+    if (verb == "menu") {
+        if (tokens.size() != 3 || !word(1)) {
+            return Usage(verb, "MENU ENTRY (the entry as a word or \"text\")");
         }
-        if (word(1) && tokens[1].word == "fail" && tokens.size() == 5 && word(2) && word(3) && quoted(4) &&
-            ParseInt(tokens[3].word, command.number) && command.number >= INT32_MIN && command.number <= INT32_MAX) {
-            command.verb = ScriptCommand::Verb::ServerFail;
-            command.name = tokens[2].word;
-            command.text = tokens[4].text;
-            return command;
-        }
-        return Usage(verb, "answer MEMBER \"text\" | answer MEMBER number N | fail MEMBER N \"description\"");
+        command.verb = ScriptCommand::Verb::Menu;
+        command.name = tokens[1].word;
+        command.text = tokens[2].quoted ? tokens[2].text : FromUtf8(tokens[2].word);
+        return command;
     }
     return ScriptError{"unknown command '" + verb + "'"};
+}
+
+std::variant<Text, ScriptError> ParseEscapedText(std::string_view text) {
+    Text out;
+    std::size_t at = 0;
+    if (auto error = ReadQuoted(text, at, out, false)) {
+        return ScriptError{*error};
+    }
+    return out;
 }
 
 }  // namespace vantrel

@@ -1,11 +1,15 @@
 #include "script_runner.h"
 
 #include "console/console.h"
+#include "simulator/simulator.h"
 #include "ui/console_window.h"
 #include "ui/visible_text.h"
 
 #include <QApplication>
+#include <QAction>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QTimer>
 
@@ -59,12 +63,12 @@ Text ScriptPrompter::Input(const Text& prompt, const Text&) {
 }
 
 ScriptRunner::ScriptRunner(std::string fileName, std::vector<std::string> lines, ConsoleApp& app,
-                           ScriptPrompter& prompter, FaultInjection* server)
+                           ScriptPrompter& prompter, Simulator* simulator)
     : fileName_(std::move(fileName))
     , lines_(std::move(lines))
     , app_(app)
     , prompter_(prompter)
-    , server_(server) {
+    , simulator_(simulator) {
     prompter_.SetFailure([this](const std::string& message) { Fail(message); });
     prompter_.SetTicker([this](int count) { Tick(count); });
 }
@@ -122,35 +126,127 @@ void ScriptRunner::Execute(const ScriptCommand& command) {
         std::fflush(stdout);
         break;
     case Verb::Shot: {
-        FormView* view = app_.View(command.name);
-        if (!view) {
+        QWidget* window = Window(command.name);
+        if (!window) {
             Fail("no window " + command.name + " has been shown yet");
         }
-        if (!view->window()->grab().save(QString::fromStdString(command.file), "PNG")) {
+        if (!window->grab().save(QString::fromStdString(command.file), "PNG")) {
             Fail("cannot write the picture " + command.file);
         }
         break;
     }
+    case Verb::Menu: Menu(command.name, command.text); break;
     case Verb::ServerAnswerText:
     case Verb::ServerAnswerNumber:
-    case Verb::ServerFail: {
-        if (!server_) {
-            Fail("server lines need the built-in simulator");
+    case Verb::ServerAnswerHuge:
+    case Verb::ServerFail:
+    case Verb::ServerDelay:
+    case Verb::ServerTime:
+    case Verb::ServerAuto: Server(command); break;
+    case Verb::ForecourtLift:
+    case Verb::ForecourtHang:
+    case Verb::ForecourtCard:
+    case Verb::ForecourtKeys:
+    case Verb::ForecourtCash:
+    case Verb::ForecourtPacket:
+    case Verb::ForecourtWash: Forecourt(command); break;
+    }
+}
+
+QWidget* ScriptRunner::Window(const std::string& name) {
+    if (FormView* view = app_.View(name)) {
+        return view->window();
+    }
+    // Tool windows that are no form, such as the simulator's.
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (widget->objectName() == QString::fromStdString(name) && widget->isVisible()) {
+            return widget;
         }
-        if (!server_->Knows(command.name)) {
-            Fail("the simulator has no member " + command.name);
+    }
+    return nullptr;
+}
+
+void ScriptRunner::Menu(const std::string& menu, const Text& entry) {
+    const auto plain = [](QString text) { return text.remove(QLatin1Char('&')).remove(QStringLiteral("...")); };
+    for (QAction* action : app_.window().menuBar()->actions()) {
+        if (!action->menu() || plain(action->text()) != QString::fromStdString(menu)) {
+            continue;
+        }
+        for (QAction* item : action->menu()->actions()) {
+            if (plain(item->text()) == ToQString(entry)) {
+                if (!item->isEnabled()) {
+                    Fail("the menu entry " + menu + " > " + ToUtf8(entry) + " cannot be chosen now");
+                }
+                item->trigger();
+                return;
+            }
+        }
+    }
+    Fail("no menu entry " + menu + " > " + ToUtf8(entry));
+}
+
+void ScriptRunner::Server(const ScriptCommand& command) {
+    using Verb = ScriptCommand::Verb;
+    if (!simulator_) {
+        Fail("server lines need the built-in simulator");
+    }
+    if (command.verb == Verb::ServerTime) {
+        if (!simulator_->AdvanceTime(std::chrono::milliseconds(command.number))) {
+            Fail("the simulator runs on the wall clock; server time needs script mode's clock");
+        }
+        return;
+    }
+    if (command.verb == Verb::ServerAuto) {
+        simulator_->SetAutomatic(command.number != 0);
+        return;
+    }
+    const auto style = simulator_->StyleOf(command.name);
+    if (!style) {
+        Fail("the simulator has no member " + command.name);
+    }
+    const bool answers = *style != Simulator::Style::Assignment;
+    switch (command.verb) {
+    case Verb::ServerAnswerText:
+    case Verb::ServerAnswerNumber:
+    case Verb::ServerAnswerHuge:
+        if (!answers) {
+            Fail(command.name + " is assigned and answers nothing; use server fail or server delay");
         }
         if (command.verb == Verb::ServerAnswerText) {
-            server_->QueueAnswer(command.name, Variant::OfText(command.text));
-        } else if (command.verb == Verb::ServerAnswerNumber) {
-            server_->QueueAnswer(command.name, command.number >= -32768 && command.number <= 32767
-                                                   ? Variant::OfInt16(static_cast<std::int16_t>(command.number))
-                                                   : Variant::OfInt32(static_cast<std::int32_t>(command.number)));
+            simulator_->QueueAnswer(command.name, Variant::OfText(command.text));
+        } else if (command.verb == Verb::ServerAnswerHuge) {
+            simulator_->QueueAnswer(command.name,
+                                    Variant::OfText(simulation::HugeText(static_cast<std::size_t>(command.number))));
         } else {
-            server_->QueueFailure(command.name, RuntimeError(static_cast<int>(command.number), ToUtf8(command.text)));
+            simulator_->QueueAnswer(command.name, command.number >= -32768 && command.number <= 32767
+                                                      ? Variant::OfInt16(static_cast<std::int16_t>(command.number))
+                                                      : Variant::OfInt32(static_cast<std::int32_t>(command.number)));
         }
         break;
+    case Verb::ServerFail:
+        simulator_->QueueFailure(command.name, RuntimeError(static_cast<int>(command.number), ToUtf8(command.text)));
+        break;
+    default: simulator_->QueueDelay(command.name, std::chrono::milliseconds(command.number)); break;
     }
+}
+
+void ScriptRunner::Forecourt(const ScriptCommand& command) {
+    using Verb = ScriptCommand::Verb;
+    if (!simulator_) {
+        Fail("forecourt lines need the built-in simulator");
+    }
+    std::string refusal;
+    switch (command.verb) {
+    case Verb::ForecourtLift: refusal = simulator_->Lift(command.position, command.hose); break;
+    case Verb::ForecourtHang: refusal = simulator_->Hang(command.position); break;
+    case Verb::ForecourtCard: refusal = simulator_->SwipeCard(command.position, command.text); break;
+    case Verb::ForecourtKeys: refusal = simulator_->PressKeys(command.position, command.text); break;
+    case Verb::ForecourtCash: refusal = simulator_->InsertCash(command.position, command.text); break;
+    case Verb::ForecourtPacket: refusal = simulator_->SendPacket(command.position, command.text); break;
+    default: refusal = simulator_->EnterWashCode(command.text); break;
+    }
+    if (!refusal.empty()) {
+        Fail("forecourt: " + refusal);
     }
 }
 

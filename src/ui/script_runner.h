@@ -1,7 +1,6 @@
 #pragma once
 
 #include "console/ports.h"
-#include "server/fault_injection.h"
 #include "ui/script_line.h"
 
 #include <QObject>
@@ -14,6 +13,7 @@
 namespace vantrel {
 
 class ConsoleApp;
+class Simulator;
 
 // The replies that script lines queue for the modal boxes. A box with no
 // reply queued, or a reply of the wrong kind, fails the script.
@@ -46,8 +46,9 @@ class ScriptRunner final : public QObject {
     Q_OBJECT
 
 public:
+    // simulator: the built-in server, or nullptr when another one runs.
     ScriptRunner(std::string fileName, std::vector<std::string> lines, ConsoleApp& app, ScriptPrompter& prompter,
-                 FaultInjection* server);
+                 Simulator* simulator);
 
     void Start();
     // Ends the program with exit code 2, naming the current line.
@@ -56,6 +57,10 @@ public:
 private:
     void Step();
     void Execute(const ScriptCommand& command);
+    void Server(const ScriptCommand& command);
+    void Forecourt(const ScriptCommand& command);
+    void Menu(const std::string& menu, const Text& entry);
+    QWidget* Window(const std::string& name);
     void Click(const std::string& name, bool twice);
     void Type(const std::string& name, const Text& text);
     void Activate(QWidget* window);
@@ -68,7 +73,7 @@ private:
     std::size_t current_ = 0;
     ConsoleApp& app_;
     ScriptPrompter& prompter_;
-    FaultInjection* server_;
+    Simulator* simulator_;
 };
 
 }  // namespace vantrel
