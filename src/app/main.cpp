@@ -7,6 +7,7 @@
 #include "ui/console_window.h"
 #include "ui/qt_ports.h"
 #include "ui/script_runner.h"
+#include "ui/simulator_window.h"
 
 #include <QApplication>
 
@@ -131,8 +132,13 @@ int main(int argc, char* argv[]) {
     vantrel::Simulator* simulator = nullptr;
     const bool noSimulator = qEnvironmentVariable("VANTREL_NO_SIMULATOR") == QLatin1String("1");
     if (!noSimulator || options.simulator) {
-        servers.Register(std::string(vantrel::kServerProgId), [&simulator] {
-            auto created = std::make_unique<vantrel::Simulator>();
+        // Script mode runs it on a clock that only "server time" lines move.
+        const bool manualClock = options.script.has_value();
+        servers.Register(std::string(vantrel::kServerProgId), [&simulator, manualClock] {
+            auto created =
+                manualClock ? std::make_unique<vantrel::Simulator>(std::make_unique<vantrel::simulation::ManualClock>(
+                                  vantrel::simulation::ManualClock::Waits::Slept))
+                            : std::make_unique<vantrel::Simulator>();
             simulator = created.get();
             return created;
         });
@@ -151,6 +157,9 @@ int main(int argc, char* argv[]) {
         console.Load();
     } catch (const vantrel::RuntimeError& error) {
         report.Report(error);  // ends the program before any window is shown
+    }
+    if (simulator) {
+        vantrel::AddSimulatorTool(console.window(), *simulator);
     }
     console.Show();
 
