@@ -95,7 +95,7 @@ SimulatorWindow::SimulatorWindow(Simulator& simulator, QWidget* parent)
     auto* outer = new QVBoxLayout(this);
     outer->addLayout(columns, 1);
     outer->addWidget(status_);
-    resize(900, 640);
+    resize(940, 780);
 
     timer_ = new QTimer(this);
     timer_->setInterval(500);
@@ -291,7 +291,11 @@ void SimulatorWindow::Refresh() {
     const simulation::EventQueues& queues = site.queues;
     QString tanks;
     for (int tank = 0; tank < simulation::kTanks; ++tank) {
-        tanks += tr(" %1 %2 L").arg(tank + 1).arg(ToQString(simulation::Litres(site.tanks.microlitres(tank))));
+        const std::string_view product = simulation::ProductOfTank(tank);
+        tanks += tr("%1 %2 %3 L")
+                     .arg(tanks.isEmpty() ? QString() : QStringLiteral(","))
+                     .arg(QString::fromLatin1(product.data(), static_cast<int>(product.size())))
+                     .arg(ToQString(simulation::Litres(site.tanks.microlitres(tank))));
     }
     const auto now = simulator_.now().count();
     summary_->setText(tr("Time %1.%2 s on the %3\n"
