@@ -126,44 +126,9 @@ std::vector<std::pair<std::string, Text>> Simulator::RecentAssignments() const {
     return recent;
 }
 
-const simulation::Forecourt& Simulator::forecourt() {
+simulation::Forecourt& Simulator::forecourt() {
     Update();
     return *forecourt_;
-}
-
-std::string Simulator::Lift(int position, int hose) {
-    Update();
-    return forecourt_->Lift(position, hose);
-}
-
-std::string Simulator::Hang(int position) {
-    Update();
-    return forecourt_->Hang(position);
-}
-
-std::string Simulator::SwipeCard(int position, TextView data) {
-    Update();
-    return forecourt_->SwipeCard(position, data);
-}
-
-std::string Simulator::PressKeys(int position, TextView keys) {
-    Update();
-    return forecourt_->PressKeys(position, keys);
-}
-
-std::string Simulator::InsertCash(int position, TextView amount) {
-    Update();
-    return forecourt_->InsertCash(position, amount);
-}
-
-std::string Simulator::SendPacket(int position, TextView data) {
-    Update();
-    return forecourt_->SendPacket(position, data);
-}
-
-std::string Simulator::EnterWashCode(TextView code) {
-    Update();
-    return forecourt_->EnterWashCode(code);
 }
 
 void Simulator::SetAutomatic(bool on) {

@@ -52,16 +52,6 @@ public:
     bool QueueDelay(std::string_view member, std::chrono::milliseconds delay);
     std::optional<Style> StyleOf(std::string_view member) const;
 
-    // Events from the forecourt side. Each returns an empty text when it
-    // happened, else why it cannot (no such position, no nozzle lifted ...).
-    std::string Lift(int position, int hose);
-    std::string Hang(int position);
-    std::string SwipeCard(int position, TextView data);
-    std::string PressKeys(int position, TextView keys);
-    std::string InsertCash(int position, TextView amount);
-    std::string SendPacket(int position, TextView data);
-    std::string EnterWashCode(TextView code);
-
     void SetAutomatic(bool on);
     bool automatic() const { return forecourt_->traffic.on(); }
 
@@ -71,8 +61,9 @@ public:
     simulation::ManualClock* manualClock() const { return manual_; }
     std::chrono::milliseconds now() const { return clock_->Now(); }
 
-    // The model brought up to the present, for views.
-    const simulation::Forecourt& forecourt();
+    // The model brought up to the present: for views, and for the events
+    // from the forecourt side (a nozzle lifted, a card swiped ...).
+    simulation::Forecourt& forecourt();
     std::vector<std::string> PendingFaults() const { return faults_.Describe(); }
     // The newest assignments first: member and value as one readable line.
     std::vector<std::pair<std::string, Text>> RecentAssignments() const;

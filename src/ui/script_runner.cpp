@@ -237,13 +237,13 @@ void ScriptRunner::Forecourt(const ScriptCommand& command) {
     }
     std::string refusal;
     switch (command.verb) {
-    case Verb::ForecourtLift: refusal = simulator_->Lift(command.position, command.hose); break;
-    case Verb::ForecourtHang: refusal = simulator_->Hang(command.position); break;
-    case Verb::ForecourtCard: refusal = simulator_->SwipeCard(command.position, command.text); break;
-    case Verb::ForecourtKeys: refusal = simulator_->PressKeys(command.position, command.text); break;
-    case Verb::ForecourtCash: refusal = simulator_->InsertCash(command.position, command.text); break;
-    case Verb::ForecourtPacket: refusal = simulator_->SendPacket(command.position, command.text); break;
-    default: refusal = simulator_->EnterWashCode(command.text); break;
+    case Verb::ForecourtLift: refusal = simulator_->forecourt().Lift(command.position, command.hose); break;
+    case Verb::ForecourtHang: refusal = simulator_->forecourt().Hang(command.position); break;
+    case Verb::ForecourtCard: refusal = simulator_->forecourt().SwipeCard(command.position, command.text); break;
+    case Verb::ForecourtKeys: refusal = simulator_->forecourt().PressKeys(command.position, command.text); break;
+    case Verb::ForecourtCash: refusal = simulator_->forecourt().InsertCash(command.position, command.text); break;
+    case Verb::ForecourtPacket: refusal = simulator_->forecourt().SendPacket(command.position, command.text); break;
+    default: refusal = simulator_->forecourt().EnterWashCode(command.text); break;
     }
     if (!refusal.empty()) {
         Fail("forecourt: " + refusal);

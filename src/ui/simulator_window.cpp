@@ -116,11 +116,12 @@ QWidget* SimulatorWindow::MakeForecourtBox() {
     where->addWidget(new QLabel(tr("Hose"), box));
     where->addWidget(hose_);
     where->addWidget(Button(tr("Lift nozzle"), "Lift", this, [this] {
-        Done(simulator_.Lift(position_->value(), hose_->value()),
+        Done(simulator_.forecourt().Lift(position_->value(), hose_->value()),
              tr("Hose %1 lifted at position %2").arg(hose_->value()).arg(position_->value()));
     }));
     where->addWidget(Button(tr("Hang up"), "Hang", this, [this] {
-        Done(simulator_.Hang(position_->value()), tr("Nozzle hung up at position %1").arg(position_->value()));
+        Done(simulator_.forecourt().Hang(position_->value()),
+             tr("Nozzle hung up at position %1").arg(position_->value()));
     }));
     grid->addLayout(where, 0, 0, 1, 3);
 
@@ -128,7 +129,7 @@ QWidget* SimulatorWindow::MakeForecourtBox() {
     // sends it from the chosen position. The boxes take escapes: \x10, \r ...
     int row = 1;
     const auto addEvent = [&](const QString& label, QLineEdit*& edit, const char* editName, const QString& caption,
-                              const char* buttonName, std::string (Simulator::*event)(int, TextView)) {
+                              const char* buttonName, std::string (simulation::Forecourt::*event)(int, TextView)) {
         edit = Named(new QLineEdit(box), editName);
         grid->addWidget(new QLabel(label, box), row, 0);
         grid->addWidget(edit, row, 1);
@@ -137,17 +138,17 @@ QWidget* SimulatorWindow::MakeForecourtBox() {
                                [this, source, event, caption] {
                                    std::u16string text;
                                    if (Escaped(source, text)) {
-                                       Done((simulator_.*event)(position_->value(), text),
+                                       Done((simulator_.forecourt().*event)(position_->value(), text),
                                             tr("%1 at position %2").arg(caption).arg(position_->value()));
                                    }
                                }),
                         row, 2);
         ++row;
     };
-    addEvent(tr("Card"), card_, "CardData", tr("Swipe card"), "SwipeCard", &Simulator::SwipeCard);
-    addEvent(tr("Keys"), keys_, "Keys", tr("Press keys"), "PressKeys", &Simulator::PressKeys);
-    addEvent(tr("Cash"), cash_, "Cash", tr("Insert cash"), "InsertCash", &Simulator::InsertCash);
-    addEvent(tr("Packet"), packet_, "Packet", tr("Send packet"), "SendPacket", &Simulator::SendPacket);
+    addEvent(tr("Card"), card_, "CardData", tr("Swipe card"), "SwipeCard", &simulation::Forecourt::SwipeCard);
+    addEvent(tr("Keys"), keys_, "Keys", tr("Press keys"), "PressKeys", &simulation::Forecourt::PressKeys);
+    addEvent(tr("Cash"), cash_, "Cash", tr("Insert cash"), "InsertCash", &simulation::Forecourt::InsertCash);
+    addEvent(tr("Packet"), packet_, "Packet", tr("Send packet"), "SendPacket", &simulation::Forecourt::SendPacket);
     card_->setText(QStringLiteral(";4000001234567899=2512?"));
     keys_->setText(QStringLiteral("1234"));
     cash_->setText(QStringLiteral("20.00"));
@@ -159,7 +160,7 @@ QWidget* SimulatorWindow::MakeForecourtBox() {
     grid->addWidget(Button(tr("Enter at wash"), "EnterWashCode", this,
                            [this] {
                                const QString code = washCode_->text();
-                               Done(simulator_.EnterWashCode(FromQString(code)),
+                               Done(simulator_.forecourt().EnterWashCode(FromQString(code)),
                                     tr("Code %1 entered at the wash").arg(code));
                            }),
                     row++, 2);

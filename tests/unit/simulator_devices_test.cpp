@@ -58,14 +58,14 @@ TEST_F(DevicesTest, ACarWashCodeIsSoldAskedAboutAndCancelled) {
     Put("CarWashInformationRequest", CodeCommand(u"CancelCarWashCode", code));
     ASSERT_EQ(1u, Errors().size());
     EXPECT_TEXT(u"CarWashInformationRequest: CarWashCode=" + code + u" is Cancelled already", Errors()[0]);
-    EXPECT_EQ("code " + ToUtf8(code) + " is not valid at this wash", simulator().EnterWashCode(code));
+    EXPECT_EQ("code " + ToUtf8(code) + " is not valid at this wash", simulator().forecourt().EnterWashCode(code));
 }
 
 TEST_F(DevicesTest, ACodeEnteredAtTheBayStartsAWash) {
     Put("CarWashInformationRequest", kGetCode);
     Seconds(2);
     const Text code = Value(Call("CarWashDataRead"), "CarWashCode");
-    ASSERT_EQ("", simulator().EnterWashCode(code));
+    ASSERT_EQ("", simulator().forecourt().EnterWashCode(code));
     EXPECT_TEXT(u"CarWash=Washing\r\nProgramNumber=01\r\nSecondsLeft=180\r\nCodesValid=0\r\n",
                 Call("CarWashOperationStatus"));
     Put("CarWashInformationRequest", Nul(u"ReturnReportData\r\n"));
@@ -216,7 +216,7 @@ TEST_F(DevicesTest, PreloadedMessagesGreetTheNextCard) {
     Put("PreloadDisplayMessage", Nul(u"Section=1\r\nMessageType=Card\r\nMessageNumber=1\r\nMessage=Get it Out\r\n"));
     Put("PreloadDisplayMessage",
         Nul(u"Section=1\r\nMessageType=Printer\r\nMessageNumber=4\r\nMessage=Printers BAD\r\n"));
-    ASSERT_EQ("", simulator().SwipeCard(2, u";1?"));
+    ASSERT_EQ("", simulator().forecourt().SwipeCard(2, u";1?"));
     const Text info = About("ReaderInformation", 2);
     EXPECT_TEXT(u"Get it Out", Value(info, "DisplayLine1"));
     EXPECT_TEXT(u"1", Value(info, "PreloadedCardMessages"));

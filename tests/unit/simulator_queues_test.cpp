@@ -36,21 +36,22 @@ TEST_P(QueueRoundTripTest, AnEntryIsReadUntilItsClearTakesItAway) {
 
 INSTANTIATE_TEST_SUITE_P(
     Queues, QueueRoundTripTest,
-    ::testing::Values(QueueCase{"Card", [](Simulator& s) { return s.SwipeCard(7, u";4000001234567899=2512?"); },
+    ::testing::Values(QueueCase{"Card",
+                                [](Simulator& s) { return s.forecourt().SwipeCard(7, u";4000001234567899=2512?"); },
                                 "CardQue", "ClearTopCardQue", "CardQue",
                                 u"ReaderPosition=07\r\nCardData=;4000001234567899=2512?\r\n"},
-                      QueueCase{"Key", [](Simulator& s) { return s.PressKeys(12, u"1234"); }, "KeyQue",
+                      QueueCase{"Key", [](Simulator& s) { return s.forecourt().PressKeys(12, u"1234"); }, "KeyQue",
                                 "ClearTopKeyQue", "KeyQue", u"ReaderPosition=12\r\nEntryMode=\r\nKeyData=1234\r\n"},
-                      QueueCase{"Cash", [](Simulator& s) { return s.InsertCash(32, u"20"); }, "CashInQue",
+                      QueueCase{"Cash", [](Simulator& s) { return s.forecourt().InsertCash(32, u"20"); }, "CashInQue",
                                 "ClearTopCashQue", "CashInQue", u"ReaderPosition=32\r\nAmount=20.00\r\n"},
-                      QueueCase{"Packet", [](Simulator& s) { return s.SendPacket(5, u"C\x10\x07"); }, "PacketQueInput",
-                                "ClearPacketEntry", "PacketQue",
+                      QueueCase{"Packet", [](Simulator& s) { return s.forecourt().SendPacket(5, u"C\x10\x07"); },
+                                "PacketQueInput", "ClearPacketEntry", "PacketQue",
                                 Nul(u"ReaderPosition=05\r\nPacketCount=003\r\nPacketData=C\x10\x07\r\n")}),
     [](const ::testing::TestParamInfo<QueueCase>& info) { return std::string(info.param.name); });
 
 TEST_F(SimulatorTest, EntriesComeOutOldestFirst) {
-    ASSERT_EQ("", simulator().InsertCash(3, u"5"));
-    ASSERT_EQ("", simulator().InsertCash(4, u"0.5"));
+    ASSERT_EQ("", simulator().forecourt().InsertCash(3, u"5"));
+    ASSERT_EQ("", simulator().forecourt().InsertCash(4, u"0.5"));
     EXPECT_TEXT(u"ReaderPosition=03\r\nAmount=5.00\r\n", Call("CashInQue"));
     EXPECT_EQ(1, Number("ClearTopCashQue"));
     EXPECT_TEXT(u"ReaderPosition=04\r\nAmount=0.50\r\n", Call("CashInQue"));
@@ -63,7 +64,7 @@ TEST_F(SimulatorTest, APacketInTheInputQueueHasTheFixedHeaderLayout) {
     };
     for (const Case& c : {Case{Text(), u"000"}, Case{Text(u"C\x10\x07"), u"003"}, Case{Text(999, u'x'), u"999"},
                           Case{Text(1200, u'\0'), u"1200"}}) {
-        ASSERT_EQ("", simulator().SendPacket(9, c.data));
+        ASSERT_EQ("", simulator().forecourt().SendPacket(9, c.data));
         const Text packet = Call("PacketQueInput");
         const Text header = u"ReaderPosition=09\r\nPacketCount=" + Text(c.count) + u"\r\nPacketData=";
         EXPECT_TEXT(header, packet.substr(0, header.size()));
@@ -79,7 +80,7 @@ TEST_F(SimulatorTest, APacketInTheInputQueueHasTheFixedHeaderLayout) {
 
 TEST_F(SimulatorTest, KeysFollowTheTerminalsEntryMode) {
     Put("KeyEntryType", Nul(u"ReaderPosition=07\r\nEntryMode=NumericWithOutEcho\r\n"));
-    ASSERT_EQ("", simulator().PressKeys(7, u"4321"));
+    ASSERT_EQ("", simulator().forecourt().PressKeys(7, u"4321"));
     EXPECT_TEXT(u"ReaderPosition=07\r\nEntryMode=NumericWithOutEcho\r\nKeyData=4321\r\n", Call("KeyQue"));
     EXPECT_TEXT(u"****", Value(About("ReaderInformation", 7), "DisplayLine1"));
     EXPECT_EQ(0, Number("ClearTopKeyQue"));
@@ -87,8 +88,8 @@ TEST_F(SimulatorTest, KeysFollowTheTerminalsEntryMode) {
     // Under DES the queue carries a PIN block, never the keys.
     Put("KeyEntryType", Nul(u"ReaderPosition=07\r\nEntryMode=DESEncryption\r\n"));
     Put("KeyEntryType", Nul(u"ReaderPosition=08\r\nEntryMode=DESEncryption\r\n"));
-    ASSERT_EQ("", simulator().PressKeys(7, u"4321"));
-    ASSERT_EQ("", simulator().PressKeys(8, u"4321"));
+    ASSERT_EQ("", simulator().forecourt().PressKeys(7, u"4321"));
+    ASSERT_EQ("", simulator().forecourt().PressKeys(8, u"4321"));
     const Text first = Value(Call("KeyQue"), "KeyData");
     EXPECT_EQ(1, Number("ClearTopKeyQue"));
     const Text second = Value(Call("KeyQue"), "KeyData");
@@ -100,9 +101,9 @@ TEST_F(SimulatorTest, KeysFollowTheTerminalsEntryMode) {
 
 TEST_F(SimulatorTest, AFullQueueRefusesMore) {
     for (int i = 0; i < 100; ++i) {
-        ASSERT_EQ("", simulator().SwipeCard(1 + i % 32, u";1?"));
+        ASSERT_EQ("", simulator().forecourt().SwipeCard(1 + i % 32, u";1?"));
     }
-    EXPECT_EQ("the card queue is full", simulator().SwipeCard(1, u";1?"));
+    EXPECT_EQ("the card queue is full", simulator().forecourt().SwipeCard(1, u";1?"));
     EXPECT_TEXT(u"100", Value(Call("QueCountQuery"), "CardQue"));
 }
 

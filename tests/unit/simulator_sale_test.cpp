@@ -25,7 +25,7 @@ TEST_F(SaleTest, AFillUpFlowsWithTimeAndEndsWhenTheCarIsFull) {
     Seconds(30);
     EXPECT_TEXT(u"0.000", Position(7, "Volume"));  // nobody has lifted a nozzle
 
-    ASSERT_EQ("", simulator().Lift(7, 2));
+    ASSERT_EQ("", simulator().forecourt().Lift(7, 2));
     EXPECT_TEXT(u"Fueling", Position(7, "State"));
     EXPECT_TEXT(u"1.529", Position(7, "UnitPrice"));  // hose 2, tier 1
     Seconds(10);
@@ -41,7 +41,7 @@ TEST_F(SaleTest, AFillUpFlowsWithTimeAndEndsWhenTheCarIsFull) {
 
 TEST_F(SaleTest, APresetSlowsDownBeforeItsLimitAndStopsExactlyAtIt) {
     Put("Authorize", kMop1At03);
-    ASSERT_EQ("", simulator().Lift(3, 1));
+    ASSERT_EQ("", simulator().forecourt().Lift(3, 1));
     Seconds(5);
     EXPECT_TEXT(u"3.000", Position(3, "Volume"));
     // The last 15 cents flow at a sixth of the speed.
@@ -56,7 +56,7 @@ TEST_F(SaleTest, APresetSlowsDownBeforeItsLimitAndStopsExactlyAtIt) {
 
 TEST_F(SaleTest, AStoppedSaleHoldsItsVolumeUntilItIsResumed) {
     Put("Authorize", kFillup07);
-    ASSERT_EQ("", simulator().Lift(7, 1));
+    ASSERT_EQ("", simulator().forecourt().Lift(7, 1));
     Seconds(2);
     Put("Stop", u"07");
     Seconds(10);
@@ -71,7 +71,7 @@ TEST_F(SaleTest, AStoppedSaleHoldsItsVolumeUntilItIsResumed) {
 TEST_F(SaleTest, StopWithZeroStopsEveryPositionAndNothingElse) {
     Put("Authorize", kFillup07);
     Put("Authorize", kMop1At03);
-    ASSERT_EQ("", simulator().Lift(7, 1));
+    ASSERT_EQ("", simulator().forecourt().Lift(7, 1));
     Put("Stop", u"0");
     EXPECT_TEXT(u"Stopped", Position(7, "State"));
     EXPECT_TEXT(u"Stopped", Position(3, "State"));
@@ -81,9 +81,9 @@ TEST_F(SaleTest, StopWithZeroStopsEveryPositionAndNothingElse) {
 
 TEST_F(SaleTest, HangingUpEndsTheSaleWhichIsPaidOutOnce) {
     Put("Authorize", kFillup07);
-    ASSERT_EQ("", simulator().Lift(7, 2));
+    ASSERT_EQ("", simulator().forecourt().Lift(7, 2));
     Seconds(5);
-    ASSERT_EQ("", simulator().Hang(7));
+    ASSERT_EQ("", simulator().forecourt().Hang(7));
     EXPECT_TEXT(u"Finished", Position(7, "State"));
     EXPECT_TEXT(u"Down", Position(7, "Nozzle"));
     EXPECT_TEXT(u"3.000", Position(7, "Volume"));
@@ -102,7 +102,7 @@ TEST_F(SaleTest, HangingUpEndsTheSaleWhichIsPaidOutOnce) {
 }
 
 TEST_F(SaleTest, LiftingBeforeTheAuthorizationStartsTheSaleWithIt) {
-    ASSERT_EQ("", simulator().Lift(7, 3));
+    ASSERT_EQ("", simulator().forecourt().Lift(7, 3));
     EXPECT_TEXT(u"Idle", Position(7, "State"));
     EXPECT_TEXT(u"Up", Position(7, "Nozzle"));
     Put("Authorize", Nul(u"FuelingPosition=07\r\nHose=3\r\nMOP=2\r\nLimit=000100\r\n"));
@@ -113,14 +113,14 @@ TEST_F(SaleTest, LiftingBeforeTheAuthorizationStartsTheSaleWithIt) {
 TEST_F(SaleTest, AHoseOutsideTheMultiHoseLockDeliversNothing) {
     // M00000101: hoses 1 and 3.
     Put("Authorize", Nul(u"FuelingPosition=07\r\nHose=M00000101\r\nMOP=1\r\nLimit=000100\r\n"));
-    ASSERT_EQ("", simulator().Lift(7, 2));
+    ASSERT_EQ("", simulator().forecourt().Lift(7, 2));
     Seconds(5);
     EXPECT_TEXT(u"Authorized", Position(7, "State"));
     EXPECT_TEXT(u"0.000", Position(7, "Volume"));
     ASSERT_EQ(1u, Errors().size());
     EXPECT_TEXT(u"Forecourt: position 07: hose 2 is lifted, but the authorization is for Hose=M00000101", Errors()[0]);
-    ASSERT_EQ("", simulator().Hang(7));
-    ASSERT_EQ("", simulator().Lift(7, 3));
+    ASSERT_EQ("", simulator().forecourt().Hang(7));
+    ASSERT_EQ("", simulator().forecourt().Lift(7, 3));
     EXPECT_TEXT(u"Fueling", Position(7, "State"));
 }
 
@@ -131,7 +131,7 @@ TEST_F(SaleTest, DeauthorizingKeepsFuelThatHasPassedForPayment) {
     EXPECT_TEXT(u"", Position(7, "Limit"));
 
     Put("Authorize", kFillup07);
-    ASSERT_EQ("", simulator().Lift(7, 1));
+    ASSERT_EQ("", simulator().forecourt().Lift(7, 1));
     Seconds(1);
     Put("Deauthorize", u"07");
     Seconds(5);
@@ -141,7 +141,7 @@ TEST_F(SaleTest, DeauthorizingKeepsFuelThatHasPassedForPayment) {
 
 TEST_F(SaleTest, NewPricesApplyToTheNextSaleAndShowInTheDispenserInformation) {
     Put("Authorize", kFillup07);
-    ASSERT_EQ("", simulator().Lift(7, 1));
+    ASSERT_EQ("", simulator().forecourt().Lift(7, 1));
     Put("Price", Nul(u"FuelingPosition=07\r\nSlowdownPoint=15\r\nHose=1\r\nTier1=1111\r\nTier2=1111\r\nBlend=100\r\n"
                      u"Hose=2\r\nTier1=2222\r\nTier2=2222\r\nBlend=050\r\n"));
     EXPECT_TEXT(u"1.459", Position(7, "UnitPrice"));  // the running sale keeps its price
@@ -149,16 +149,16 @@ TEST_F(SaleTest, NewPricesApplyToTheNextSaleAndShowInTheDispenserInformation) {
     EXPECT_TEXT(u"2", Value(dispenser, "Hoses"));
     EXPECT_NE(Text::npos, dispenser.find(u"Hose=2\r\nProduct=Super\r\nTier1=2222\r\nTier2=2222\r\nBlend=050\r\n"));
     Seconds(5);
-    ASSERT_EQ("", simulator().Hang(7));
+    ASSERT_EQ("", simulator().forecourt().Hang(7));
     Put("PayOutSale", u"07");
     Put("Authorize", kFillup07);
-    ASSERT_EQ("", simulator().Lift(7, 1));
+    ASSERT_EQ("", simulator().forecourt().Lift(7, 1));
     EXPECT_TEXT(u"1.111", Position(7, "UnitPrice"));
 }
 
 TEST_F(SaleTest, FuelDeliveredComesOutOfItsTankInTheNextReport) {
     Put("Authorize", kFillup07);
-    ASSERT_EQ("", simulator().Lift(7, 2));  // hose 2 draws from tank 2, Super
+    ASSERT_EQ("", simulator().forecourt().Lift(7, 2));  // hose 2 draws from tank 2, Super
     Seconds(200);
     simulator().Put("TankMonitorStartReport", Variant::OfInt16(1));
     Seconds(5);
@@ -173,18 +173,19 @@ TEST_F(SaleTest, ForecourtEventsThatCannotHappenAreRefused) {
         const char* refusal;
     };
     for (const Case& c : {
-             Case{[](Simulator& s) { return s.Lift(33, 1); }, "there is no fueling position 33 (1 to 32)"},
-             Case{[](Simulator& s) { return s.Lift(7, 5); }, "position 07 has hoses 1 to 4"},
-             Case{[](Simulator& s) { return s.Hang(7); }, "no nozzle is lifted at position 07"},
-             Case{[](Simulator& s) { return s.InsertCash(7, u"twenty"); },
+             Case{[](Simulator& s) { return s.forecourt().Lift(33, 1); }, "there is no fueling position 33 (1 to 32)"},
+             Case{[](Simulator& s) { return s.forecourt().Lift(7, 5); }, "position 07 has hoses 1 to 4"},
+             Case{[](Simulator& s) { return s.forecourt().Hang(7); }, "no nozzle is lifted at position 07"},
+             Case{[](Simulator& s) { return s.forecourt().InsertCash(7, u"twenty"); },
                   "\"twenty\" is no amount of cash (20.00, 5, 0.50)"},
-             Case{[](Simulator& s) { return s.SwipeCard(7, u""); }, "a card needs track data"},
-             Case{[](Simulator& s) { return s.EnterWashCode(u"99999"); }, "code 99999 is not valid at this wash"},
+             Case{[](Simulator& s) { return s.forecourt().SwipeCard(7, u""); }, "a card needs track data"},
+             Case{[](Simulator& s) { return s.forecourt().EnterWashCode(u"99999"); },
+                  "code 99999 is not valid at this wash"},
          }) {
         EXPECT_EQ(c.refusal, c.event(simulator()));
     }
-    ASSERT_EQ("", simulator().Lift(7, 1));
-    EXPECT_EQ("hose 1 is already lifted at position 07; hang it up first", simulator().Lift(7, 2));
+    ASSERT_EQ("", simulator().forecourt().Lift(7, 1));
+    EXPECT_EQ("hose 1 is already lifted at position 07; hang it up first", simulator().forecourt().Lift(7, 2));
 }
 
 }  // namespace
