@@ -204,18 +204,5 @@ expect TextBox "never reached"
     EXPECT_EQ(R"j({"op":"report","number":13,"description":"Type mismatch"})j", run.trace.back());
 }
 
-TEST(DispenserScript, AFailingAuthorizationEndsAfterTheAttempt) {
-    const ScriptRun run = RunConsole(R"vts(
-server fail Authorize 438 "Object doesn't support this property or method"
-click Fillup
-expect TextBox "never reached"
-)vts");
-    EXPECT_EQ(1, run.exitCode);
-    ASSERT_EQ(1u, Calls(run).size());
-    EXPECT_THAT(Calls(run)[0], HasSubstr(R"("member":"Authorize")"));
-    EXPECT_THAT(Calls(run)[0], HasSubstr(R"("error":{"number":438)"));
-    EXPECT_THAT(run.trace.back(), HasSubstr(R"({"op":"report","number":438)"));
-}
-
 }  // namespace
 }  // namespace vantrel::testing

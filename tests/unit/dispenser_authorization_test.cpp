@@ -12,10 +12,10 @@ namespace {
 
 using testing::Block;
 using testing::Dialogue;
+using testing::ExpectOnePut;
 using testing::Input;
 using testing::MarkUntouched;
 using testing::Message;
-using testing::RecordedCall;
 using testing::ScriptedPrompter;
 using testing::TestConsole;
 
@@ -24,11 +24,7 @@ constexpr char16_t kPlainForm[] = u"<Object>.Authorize (data)";
 constexpr char16_t kNoData[] = u"You entered no data or pressed cancel";
 
 void ExpectAuthorized(TestConsole& test, const Text& block) {
-    ASSERT_EQ(1u, test.calls().size());
-    const RecordedCall& call = test.calls()[0];
-    EXPECT_EQ(RecordedCall::Kind::Put, call.kind);
-    EXPECT_EQ("Authorize", call.member);
-    EXPECT_TEXT(block, call.text());
+    ExpectOnePut(test, "Authorize", block);
     EXPECT_TEXT(block, test.console().DataBox());
     EXPECT_EQ(Variant::OfText(block), test.console().CommandData);
 }
@@ -213,19 +209,6 @@ TEST(PromptedAuthorization, AssignsCommandDataAsItIsWhenTheBlockBoxCloses) {
         // The data box shows the command's own block.
         EXPECT_TEXT(c.block, test.console().DataBox());
     }
-}
-
-TEST(AuthorizationFailure, EndsThroughTheReportWithTheDataBoxUnchanged) {
-    TestConsole test;
-    MarkUntouched(test.console());
-    test.server().QueueFailure("Authorize", RuntimeError(438, "Object doesn't support this property or method"));
-    test.Click("PresetMOP1");
-    ASSERT_EQ(1u, test.report().errors.size());
-    EXPECT_EQ(438, test.report().errors[0].number());
-    EXPECT_TEXT(kPlainForm, test.console().FunctionBox());
-    EXPECT_TEXT(u"data before", test.console().DataBox());
-    EXPECT_EQ(Variant::OfText(Block(u"FuelingPosition=01\r\nHose=0\r\nMOP=1\r\nLimit=000500\r\n")),
-              test.console().CommandData);
 }
 
 }  // namespace

@@ -30,6 +30,14 @@ inline std::vector<std::string> Dialogue(const ScriptedPrompter& prompter) {
     return lines;
 }
 
+// The click made exactly one call: an assignment of this text to this member.
+inline void ExpectOnePut(TestConsole& test, const char* member, const Text& value) {
+    ASSERT_EQ(1u, test.calls().size());
+    EXPECT_EQ(RecordedCall::Kind::Put, test.calls()[0].kind);
+    EXPECT_EQ(member, test.calls()[0].member);
+    EXPECT_TEXT(value, test.calls()[0].text());
+}
+
 // Values a command must leave alone when it sends nothing, or does not use.
 inline void MarkUntouched(Console& console) {
     console.SetFunctionBox(u"function before");

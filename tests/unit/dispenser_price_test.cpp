@@ -12,20 +12,17 @@ namespace {
 
 using testing::Block;
 using testing::Dialogue;
+using testing::ExpectOnePut;
 using testing::Input;
 using testing::MarkUntouched;
 using testing::Message;
-using testing::RecordedCall;
 using testing::ScriptedPrompter;
 using testing::TestConsole;
 
 constexpr char16_t kPriceForm[] = u"<Object>.Price = (data)";
 
 void ExpectPriced(TestConsole& test, const Text& block) {
-    ASSERT_EQ(1u, test.calls().size());
-    EXPECT_EQ(RecordedCall::Kind::Put, test.calls()[0].kind);
-    EXPECT_EQ("Price", test.calls()[0].member);
-    EXPECT_TEXT(block, test.calls()[0].text());
+    ExpectOnePut(test, "Price", block);
     EXPECT_TEXT(block, test.console().DataBox());
     EXPECT_EQ(Variant::OfText(u"command data before"), test.console().CommandData);
 }
@@ -217,17 +214,6 @@ TEST(PromptedPrice, ACountThatIsNoNumberOrTooLargeEndsThroughTheReport) {
         EXPECT_TEXT(u"function before", test.console().FunctionBox());
         EXPECT_TEXT(u"data before", test.console().DataBox());
     }
-}
-
-TEST(PriceFailure, EndsThroughTheReportWithTheDataBoxUnchanged) {
-    TestConsole test;
-    MarkUntouched(test.console());
-    test.server().QueueFailure("Price", RuntimeError(5, "Invalid procedure call or argument"));
-    test.Click("Price3Blend");
-    ASSERT_EQ(1u, test.report().errors.size());
-    EXPECT_EQ(5, test.report().errors[0].number());
-    EXPECT_TEXT(kPriceForm, test.console().FunctionBox());
-    EXPECT_TEXT(u"data before", test.console().DataBox());
 }
 
 }  // namespace
