@@ -110,28 +110,6 @@ expect InBox "FuelingPosition=12\r\nHose=10\r\nMOP=1\r\nLimit=12\r\n\0"
             R"j({"op":"put","member":"Authorize","value":{"text":"FuelingPosition=12\r\nHose=10\r\nMOP=1\r\nLimit=12\r\n\u0000"}})j"));
 }
 
-TEST(DispenserScript, MultiHoseLockSendsALowerCaseFAsTyped) {
-    const ScriptRun run = RunConsole(R"vts(
-answer "3"
-answer ok
-click MultiHoseLock
-expect TextBox "Function Box"
-answer "f"
-answer ok
-click MultiHoseLock
-expect TextBox "<Object>.Authorize = (data)"
-)vts");
-    ASSERT_EQ(0, run.exitCode) << run.err;
-    EXPECT_THAT(
-        Steps(run),
-        ElementsAre(
-            R"j({"op":"inputbox","prompt":"Enter MOP (1, 2, F)","title":"MOP Input","answer":"3"})j",
-            R"j({"op":"msgbox","text":"You entered an Invald MOP Type","title":"VantrelTest","buttons":"ok","answer":"ok"})j",
-            R"j({"op":"inputbox","prompt":"Enter MOP (1, 2, F)","title":"MOP Input","answer":"f"})j",
-            R"j({"op":"msgbox","text":"FuelingPosition=01\r\nHose=M00000101\r\nMOP=f\r\nLimit=000100\r\n\u0000","title":"VantrelTest","buttons":"ok","answer":"ok"})j",
-            R"j({"op":"put","member":"Authorize","value":{"text":"FuelingPosition=01\r\nHose=M00000101\r\nMOP=f\r\nLimit=000100\r\n\u0000"}})j"));
-}
-
 TEST(DispenserScript, PriceEntryAsksAgainAboveEightAndSkipsACancelledHose) {
     const ScriptRun run = RunConsole(R"vts(
 click Button3
@@ -158,37 +136,6 @@ expect InBox "FuelingPosition=03\r\nSlowdownPoint=25\r\nHose=2\r\nTier1=1.10\r\n
             R"j({"op":"inputbox","prompt":"Enter Tier1 price","title":"Hose = 2","answer":"1.10"})j",
             R"j({"op":"inputbox","prompt":"Enter Tier2 price","title":"Hose = 2","answer":"1.20"})j",
             R"j({"op":"put","member":"Price","value":{"text":"FuelingPosition=03\r\nSlowdownPoint=25\r\nHose=2\r\nTier1=1.10\r\nTier2=1.20\r\n\u0000"}})j"));
-}
-
-TEST(DispenserScript, PriceCountsOfZeroAndBelowAndCancels) {
-    const ScriptRun run = RunConsole(R"vts(
-answer cancel
-click Price
-answer "15"
-answer cancel
-click Price
-expect TextBox "Function Box"
-answer "15"
-answer "0"
-click Price
-expect TextBox "Function Box"
-expect InBox "\0"
-answer "15"
-answer "-2"
-click Price
-expect TextBox "<Object>.Price = (data)"
-expect InBox "FuelingPosition=01\r\nSlowdownPoint=15\r\n\0"
-)vts");
-    ASSERT_EQ(0, run.exitCode) << run.err;
-    EXPECT_THAT(
-        Calls(run),
-        ElementsAre(
-            R"j({"op":"put","member":"Price","value":{"text":"\u0000"}})j",
-            R"j({"op":"put","member":"Price","value":{"text":"FuelingPosition=01\r\nSlowdownPoint=15\r\n\u0000"}})j"));
-    // The cancelled slow-down and count show no message at all.
-    for (const std::string& line : run.trace) {
-        EXPECT_THAT(line, ::testing::Not(HasSubstr(R"("op":"msgbox")")));
-    }
 }
 
 TEST(DispenserScript, ACountThatIsNoNumberEndsThroughTheErrorReport) {
