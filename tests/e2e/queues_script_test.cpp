@@ -132,15 +132,5 @@ TEST(QueueScript, APacketThatCannotBeShownEndsTheConsole) {
     }
 }
 
-TEST(QueueScript, TheQueueButtonsNeedNoPosition) {
-    const ScriptRun run = RunConsole("click CashOut\nclick KeyQue\nclick ClearKeyEntry\n");
-    ASSERT_EQ(0, run.exitCode) << run.err;
-    const auto calls = Calls(run);
-    ASSERT_EQ(2u, calls.size());
-    for (const std::string& call : calls) {
-        EXPECT_THAT(call, ::testing::Not(HasSubstr(R"("arg")")));
-    }
-}
-
 }  // namespace
 }  // namespace vantrel::testing

@@ -50,14 +50,5 @@ TEST(Windows1252, WritesAQuestionMarkForWhatItCannotWrite) {
     }
 }
 
-#ifndef _WIN32
-TEST(AnsiCode, IsWindows1252OffWindows) {
-    for (char16_t character = 0; character < 0x0500; ++character) {
-        ASSERT_EQ(Windows1252Code(character), AnsiCode(character));
-    }
-    EXPECT_EQ(0x80, AnsiCode(u'\u20AC'));
-}
-#endif
-
 }  // namespace
 }  // namespace vantrel

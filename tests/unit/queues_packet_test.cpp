@@ -1,5 +1,4 @@
 #include "queues/packet_queues.h"
-#include "queues/packet_view.h"
 
 #include "support/test_support.h"
 
@@ -102,14 +101,6 @@ TEST_P(PacketInput, ShowsTheHeaderAndEveryDataCharacterMadeVisible) {
 
 INSTANTIATE_TEST_SUITE_P(Answers, PacketInput, ::testing::ValuesIn(kViews),
                          [](const auto& info) { return std::string(info.param.name); });
-
-TEST(PacketInput, AShortAnswerEndsWithTheInvalidCallReport) {
-    const PacketView view = ViewPacketInput(Answer(u"05", u"004", u"abc", u""));
-    ASSERT_TRUE(view.error.has_value());
-    EXPECT_EQ(5, view.error->number());
-    EXPECT_EQ("Invalid procedure call or argument", view.error->description());
-    EXPECT_EQ(6, ViewPacketInput(Answer(u"05", u"1E5", u"")).error->number());
-}
 
 TEST(PacketInput, AFailedCallOrAnAnswerWithoutTextLeavesTheDataBox) {
     for (const bool callFails : {true, false}) {
