@@ -4,6 +4,7 @@
 #include "server/command_block.h"
 
 #include <string>
+#include <utility>
 
 namespace vantrel {
 
@@ -99,15 +100,21 @@ Control BaudOption(const char16_t* rate, int top, int width) {
         .In("fBaudRate");
 }
 
+FormDescription Dialog(std::string name, Text caption, int width, int height, Color back, Handler load) {
+    FormDescription form;
+    form.name = std::move(name);
+    form.caption = std::move(caption);
+    form.clientWidth = width;
+    form.clientHeight = height;
+    form.backColor = back;
+    form.load = std::move(load);
+    return form;
+}
+
 }  // namespace
 
 FormDescription GetDebugSelectForm() {
-    FormDescription form;
-    form.name = kDebugForm;
-    form.caption = u"Get Debug Select";
-    form.clientWidth = 4275;
-    form.clientHeight = 3840;
-    form.backColor = 0x000000FF;
+    FormDescription form = Dialog(kDebugForm, u"Get Debug Select", 4275, 3840, 0x000000FF, DebugLoad);
     for (int mode = 0; mode <= 5; ++mode) {
         const int top = 240 + 480 * mode;
         // The captions are too narrow to show; the labels beside carry the
@@ -120,17 +127,11 @@ FormDescription GetDebugSelectForm() {
     }
     form.controls.push_back(CommandButton("cmdOK", u"OK", 840, 3120, 975, 495, DebugOk));
     form.controls.push_back(CommandButton("cmdCancel", u"Cancel", 2160, 3120, 975, 495, DebugCancel));
-    form.load = DebugLoad;
     return form;
 }
 
 FormDescription SerialPortParaForm() {
-    FormDescription form;
-    form.name = kSerialForm;
-    form.caption = u"Serial Port Para";
-    form.clientWidth = 5610;
-    form.clientHeight = 2640;
-    form.backColor = 0x00FF8080;
+    FormDescription form = Dialog(kSerialForm, u"Serial Port Para", 5610, 2640, 0x00FF8080, SerialLoad);
     form.controls.push_back(Frame("fCommPort", u"Comm Port Select", 120, 120, 1695, 2295));
     form.controls.push_back(PortOption(1, 360));
     form.controls.push_back(PortOption(2, 840));
@@ -143,7 +144,6 @@ FormDescription SerialPortParaForm() {
     form.controls.push_back(BaudOption(u"2400", 1800, 1095));
     form.controls.push_back(CommandButton("SPOK", u"OK", 4080, 360, 1335, 495, SerialOk));
     form.controls.push_back(CommandButton("SPCancel", u"Cancel", 4080, 1440, 1335, 495, SerialCancel));
-    form.load = SerialLoad;
     return form;
 }
 
