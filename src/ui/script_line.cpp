@@ -226,6 +226,15 @@ ParsedLine ParseScriptLine(std::string_view line) {
         command.file = tokens[2].quoted ? ToUtf8(tokens[2].text) : tokens[2].word;
         return command;
     }
+    if (verb == "menu") {
+        if (tokens.size() != 3 || !quoted(1) || !quoted(2)) {
+            return Usage(verb, "\"MENU\" \"ENTRY\"");
+        }
+        command.verb = ScriptCommand::Verb::Menu;
+        command.name = ToUtf8(tokens[1].text);
+        command.text = tokens[2].text;
+        return command;
+    }
     if (verb == "server") {
         if (word(1) && tokens[1].word == "answer" && word(2)) {
             command.name = tokens[2].word;

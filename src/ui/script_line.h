@@ -22,6 +22,7 @@ struct ScriptCommand {
         Expect,
         Print,
         Shot,
+        Menu,
         ServerAnswerText,
         ServerAnswerNumber,
         ServerFail,
@@ -35,8 +36,8 @@ struct ScriptCommand {
     };
 
     Verb verb = Verb::Click;
-    std::string name;  // control (NAME or Form.NAME), window, or member
-    Text text;         // typed, expected or answered text; error description
+    std::string name;  // control (NAME or Form.NAME), window, member, or menu
+    Text text;         // typed, expected or answered text; error description; menu entry
     Reply reply = Reply::Text;
     int count = 1;            // tick N; ticks fired while the box is up for answer
     std::int64_t number = 0;  // server answer number / error number

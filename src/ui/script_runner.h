@@ -58,6 +58,7 @@ private:
     void Execute(const ScriptCommand& command);
     void Click(const std::string& name, bool twice);
     void Type(const std::string& name, const Text& text);
+    void Menu(const std::string& menu, const Text& entry);
     void Activate(QWidget* window);
     const Text& TextOf(const std::string& name);
     void Tick(int count);
