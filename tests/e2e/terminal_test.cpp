@@ -9,7 +9,6 @@
 namespace vantrel::testing {
 namespace {
 
-using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using ::testing::HasSubstr;
@@ -24,49 +23,27 @@ struct Click {
     const char* put;
 };
 
-TEST(TerminalScript, EveryOneBlockButtonSendsAndEchoesExactly) {
+// One button of each echo text and line-end form; the handler tests hold
+// every block.
+TEST(TerminalScript, OneBlockButtonsSendAndEchoExactly) {
     const Click clicks[] = {
         {"Display", "<Object>.DispData = (data)",
          R"(ReaderPosition=07\r\nMessage=Display Msg 1\r\nLine 2 Displayed\r\n\0)",
          R"({"op":"put","member":"DisplayData","value":{"text":"ReaderPosition=07\r\nMessage=Display Msg 1\r\nLine 2 Displayed\r\n\u0000"}})"},
-        {"Display2", "<Object>.DispData = (data)",
-         R"(ReaderPosition=07\r\nMessage=Display Msg 2\r\nLine 2 Displayed\r\n\0)",
-         R"({"op":"put","member":"DisplayData","value":{"text":"ReaderPosition=07\r\nMessage=Display Msg 2\r\nLine 2 Displayed\r\n\u0000"}})"},
         {"Beeper", "<Object>.BeepData = (data)", " ",
          R"({"op":"put","member":"BeeperControl","value":{"text":"ReaderPosition=07\nBeepCounts=03\n\u0000"}})"},
         {"Print", "<Object>.PrintOutput = (data)",
          R"(ReaderPosition=07\r\nJob=Receipt\r\nMessage=Vantrel\r\n-----Receipt1-----\r\nLine 1 Receipt1\r\nLine 2\r\nLine 3\r\nLine 4\r\nLine 5\r\nLine 6\r\nLine 7\r\nLine 8\r\nLine 9\r\nLine 10\r\nLastLine !\r\n\r\n\r\n\r\n\r\n\r\n\0)",
          R"({"op":"put","member":"PrintOutput","value":{"text":"ReaderPosition=07\r\nJob=Receipt\r\nMessage=Vantrel\r\n-----Receipt1-----\r\nLine 1 Receipt1\r\nLine 2\r\nLine 3\r\nLine 4\r\nLine 5\r\nLine 6\r\nLine 7\r\nLine 8\r\nLine 9\r\nLine 10\r\nLastLine !\r\n\r\n\r\n\r\n\r\n\r\n\u0000"}})"},
-        {"PrintReceipt2", "<Object>.PrintOutput = (data)",
-         R"(ReaderPosition=07\r\nJob=Receipt\r\nMessage=Vantrel\r\n-----Receipt2-----\r\nLine 1\r\nLine 2\r\nLine 3\r\nLine 4\r\nLine 5\r\nLine 6\r\nLine 7\r\nLine 8\r\nLine 9\r\nLine 10\r\nLastLine !\r\n\r\n\r\n\r\n\r\n\r\n\0)",
-         R"({"op":"put","member":"PrintOutput","value":{"text":"ReaderPosition=07\r\nJob=Receipt\r\nMessage=Vantrel\r\n-----Receipt2-----\r\nLine 1\r\nLine 2\r\nLine 3\r\nLine 4\r\nLine 5\r\nLine 6\r\nLine 7\r\nLine 8\r\nLine 9\r\nLine 10\r\nLastLine !\r\n\r\n\r\n\r\n\r\n\r\n\u0000"}})"},
         {"PrintHeader", "<Object>.PrinterOutput = (data)",
          R"(ReaderPosition=07\r\nJob=Header\r\nMessage=-----Header 1-----\r\n\0)",
          R"({"op":"put","member":"PrintOutput","value":{"text":"ReaderPosition=07\r\nJob=Header\r\nMessage=-----Header 1-----\r\n\u0000"}})"},
-        {"Header2", "<Object>.PrinterOutput = (data)",
-         R"(ReaderPosition=07\r\nJob=Header\r\nMessage=-----Header 2-----\r\n\0)",
-         R"({"op":"put","member":"PrintOutput","value":{"text":"ReaderPosition=07\r\nJob=Header\r\nMessage=-----Header 2-----\r\n\u0000"}})"},
         {"PrintFooter", "<Object>.PrinterOutput = (data)",
          R"(ReaderPosition=07\r\nJob=Footer\r\nMessage=-----Footer 1-----\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\0)",
          R"({"op":"put","member":"PrintOutput","value":{"text":"ReaderPosition=07\r\nJob=Footer\r\nMessage=-----Footer 1-----\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\u0000"}})"},
-        {"Footer2", "<Object>.PrinterOutput = (data)",
-         R"(ReaderPosition=07\r\nJob=Footer\r\nMessage=-----Footer 2-----\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\0)",
-         R"({"op":"put","member":"PrintOutput","value":{"text":"ReaderPosition=07\r\nJob=Footer\r\nMessage=-----Footer 2-----\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\u0000"}})"},
-        {"KeyEntryNNE", "<Object>.KeyEntryData  = (data)", R"(ReaderPosition=07\r\nEntryMode=NumericWithOutEcho\r\n\0)",
-         R"({"op":"put","member":"KeyEntryType","value":{"text":"ReaderPosition=07\r\nEntryMode=NumericWithOutEcho\r\n\u0000"}})"},
-        {"KeyEntryNENC", "<Object>.KeyEntryData  = (data)",
-         R"(ReaderPosition=07\r\nEntryMode=NumericWithEchoNoCursor\r\n\0)",
-         R"({"op":"put","member":"KeyEntryType","value":{"text":"ReaderPosition=07\r\nEntryMode=NumericWithEchoNoCursor\r\n\u0000"}})"},
-        {"KeyEntryNE", "<Object>.KeyEntryData  = (data)", R"(ReaderPosition=07\r\nEntryMode=NumericWithEcho\r\n\0)",
-         R"({"op":"put","member":"KeyEntryType","value":{"text":"ReaderPosition=07\r\nEntryMode=NumericWithEcho\r\n\u0000"}})"},
         {"KeyEntryNNENC", "<Object>.KeyEntryData  = (data)",
          R"(ReaderPosition=07\r\nEntryMode=NumericWithOutEchoNoCursor\r\n\0)",
          R"({"op":"put","member":"KeyEntryType","value":{"text":"ReaderPosition=07\r\nEntryMode=NumericWithOutEchoNoCursor\r\n\u0000"}})"},
-        {"KeyEntryDNoCur", "<Object>.KeyEntryData  = (data)",
-         R"(ReaderPosition=07\r\nEntryMode=DESEncryptionNoCursor\r\n\0)",
-         R"({"op":"put","member":"KeyEntryType","value":{"text":"ReaderPosition=07\r\nEntryMode=DESEncryptionNoCursor\r\n\u0000"}})"},
-        {"KeyEntryF", "<Object>.KeyEntryData  = (data)", R"(ReaderPosition=07\r\nEntryMode=AnyKey\r\n\0)",
-         R"({"op":"put","member":"KeyEntryType","value":{"text":"ReaderPosition=07\r\nEntryMode=AnyKey\r\n\u0000"}})"},
     };
     std::string script = "click Button7\n";
     std::vector<std::string> expected = {R"({"op":"call","member":"FuelingPositionInformation","arg":{"i2":7},)"};
@@ -115,57 +92,39 @@ click KeyEntryD
     EXPECT_THAT(calls[1], HasSubstr(R"("error":{"number":438)"));
 }
 
-TEST(TerminalScript, KeyPadAnsweredNoSendsTheDefaultWithoutAnInputBox) {
+// No, Yes with an entry, Yes with Cancel.
+TEST(TerminalScript, KeyPadTakesItsThreePaths) {
     const ScriptRun run = RunConsole(R"vts(
 answer no
 click KeyPad
 expect TextBox "<Object>.KeyPadData (data)"
 expect InBox "ReaderPosition=01\r\nKeyData=123@R456A@789NYL0EHCe\n\0"
-)vts");
-    ASSERT_EQ(0, run.exitCode) << run.err;
-    ASSERT_EQ(3u, run.trace.size());
-    EXPECT_EQ(
-        R"({"op":"msgbox","text":"Do you want to set your on config?","title":"Key Pad Configuration Select","buttons":"yesno","answer":"no"})",
-        run.trace[1]);
-    EXPECT_EQ(
-        R"({"op":"put","member":"KeyPadConfiguration","value":{"text":"ReaderPosition=01\r\nKeyData=123@R456A@789NYL0EHCe\n\u0000"}})",
-        run.trace[2]);
-}
-
-TEST(TerminalScript, KeyPadSendsWhatWasTypedUnchanged) {
-    const ScriptRun run = RunConsole(R"vts(
 click Button30
 answer yes
 answer " 1=2 @R "
 click KeyPad
 expect TextBox "<Object>.KeyPadData (data)"
 expect InBox "ReaderPosition=30\r\nKeyData= 1=2 @R \n\0"
-)vts");
-    ASSERT_EQ(0, run.exitCode) << run.err;
-    EXPECT_THAT(
-        run.trace,
-        Contains(HasSubstr(
-            R"("op":"inputbox","prompt":"Enter Keypad Config Data","title":"Keypad Configuration","answer":" 1=2 @R ")")));
-    EXPECT_EQ(
-        R"({"op":"put","member":"KeyPadConfiguration","value":{"text":"ReaderPosition=30\r\nKeyData= 1=2 @R \n\u0000"}})",
-        run.trace.back());
-}
-
-TEST(TerminalScript, KeyPadCancelledSendsAndShowsNothing) {
-    const ScriptRun run = RunConsole(R"vts(
-click Display
 answer yes
 answer cancel
 click KeyPad
 expect TextBox "<Object>.KeyPadConfiguration = (data)"
-expect InBox "ReaderPosition=01\r\nMessage=Display Msg 1\r\nLine 2 Displayed\r\n\0"
+expect InBox "ReaderPosition=30\r\nKeyData= 1=2 @R \n\0"
 )vts");
     ASSERT_EQ(0, run.exitCode) << run.err;
-    // The question and the input box, and no message after them.
-    ASSERT_EQ(4u, run.trace.size());
-    EXPECT_THAT(run.trace[1], HasSubstr(R"("member":"DisplayData")"));
-    EXPECT_THAT(run.trace[2], HasSubstr(R"({"op":"msgbox","text":"Do you want to set your on config?")"));
-    EXPECT_THAT(run.trace[3], HasSubstr(R"({"op":"inputbox","prompt":"Enter Keypad Config Data")"));
+    const std::string question =
+        R"({"op":"msgbox","text":"Do you want to set your on config?","title":"Key Pad Configuration Select","buttons":"yesno",)";
+    const std::string input = R"({"op":"inputbox","prompt":"Enter Keypad Config Data","title":"Keypad Configuration",)";
+    // The cancelled entry ends the run: nothing sent, no message after it.
+    EXPECT_THAT(
+        run.trace,
+        ElementsAre(
+            HasSubstr(R"("op":"create")"), question + R"("answer":"no"})",
+            R"({"op":"put","member":"KeyPadConfiguration","value":{"text":"ReaderPosition=01\r\nKeyData=123@R456A@789NYL0EHCe\n\u0000"}})",
+            HasSubstr(R"("member":"FuelingPositionInformation")"), question + R"("answer":"yes"})",
+            input + R"("answer":" 1=2 @R "})",
+            R"({"op":"put","member":"KeyPadConfiguration","value":{"text":"ReaderPosition=30\r\nKeyData= 1=2 @R \n\u0000"}})",
+            question + R"("answer":"yes"})", input + R"("answer":""})"));
 }
 
 TEST(TerminalScript, BarCodePrintForcesTerminalOneForLaterCommandsOnly) {
@@ -204,25 +163,14 @@ expect InBox "Section=1\r\nMessageType=Printer\r\nMessageNumber=4\r\nMessage=Pri
 )vts");
     ASSERT_EQ(0, run.exitCode) << run.err;
     auto calls = Calls(run);
-    ASSERT_FALSE(calls.empty());
+    ASSERT_EQ(10u, calls.size());
     calls.erase(calls.begin());  // the position's information request
-    const auto put = [](const char* block) {
-        return std::string(R"({"op":"put","member":"PreloadDisplayMessage","value":{"text":")") + block +
-               R"(\r\n\u0000"}})";
-    };
-    EXPECT_THAT(calls,
-                ElementsAre(put(R"(Section=1\r\nMessageType=Card\r\nMessageNumber=1\r\nMessage=Get it Out)"),
-                            put(R"(Section=1\r\nMessageType=Card\r\nMessageNumber=2\r\nMessage=Putt'r In)"),
-                            put(R"(Section=1\r\nMessageType=Card\r\nMessageNumber=3\r\nMessage=Its a Bad one)"),
-                            put(R"(Section=0\r\nMessageType=Card\r\nMessageNumber=4\r\nMessage=Hold on a Minute)"),
-                            put(R"(Section=1\r\nMessageType=Card\r\nMessageNumber=5\r\nMessage=Its in wrong)"),
-                            put(R"(Section=1\r\nMessageType=Printer\r\nMessageNumber=1\r\nMessage=Doin' a Print)"),
-                            put(R"(Section=1\r\nMessageType=Printer\r\nMessageNumber=2\r\nMessage=Its all done)"),
-                            put(R"(Section=1\r\nMessageType=Printer\r\nMessageNumber=3\r\nMessage=Grab it and Run)"),
-                            put(R"(Section=1\r\nMessageType=Printer\r\nMessageNumber=4\r\nMessage=Printers BAD)")));
-    for (const std::string& call : calls) {
-        EXPECT_THAT(call, Not(HasSubstr("ReaderPosition")));
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+        EXPECT_THAT(calls[i], HasSubstr(R"({"op":"put","member":"PreloadDisplayMessage","value":{"text":"Section=)"));
+        EXPECT_THAT(calls[i], HasSubstr(i == 3 ? "Section=0" : "Section=1"));
+        EXPECT_THAT(calls[i], Not(HasSubstr("ReaderPosition")));
     }
+    EXPECT_THAT(calls[3], HasSubstr("MessageNumber=4\\r\\nMessage=Hold on a Minute"));
 }
 
 }  // namespace
