@@ -1,0 +1,110 @@
+#include "e2e/e2e.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+namespace vantrel::testing {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+TEST(GraphicsDisplayRun, InfoDispOpensTheWindowAndAScreenClosesIt) {
+    const ScriptRun run = RunConsole(R"vts(
+click Button32
+click InfoDisplay
+click Wayne2Line
+expect TextBox "<Object>.DispData = (data)"
+expect InBox "ReaderPosition=32\r\nMessage=\eG2\e\x1A000\e=001002Hello (001/002)\r\n\0"
+click InfoDisplay
+click iXCAT_FUNC
+expect InBox "ReaderPosition=32\r\nMessage=\eG\eS1\"Key 1\"\eS2\"Key 2\"\eS3\"Key 3\"\eS4\"Key 4\"\eS5\"Key 5\"\eS6\"Key 6\"\eS7\"Key 7\"\eS8\"Key 8\"\eA12Select A Key"
+click InfoDisplay
+shot GraphicsDisplay graphics.png
+click EXIT_BUTTON
+expect TextBox "<Object>.DispData = (data)"
+)vts");
+    ASSERT_EQ(0, run.exitCode) << run.err;
+    const auto calls = Calls(run);
+    ASSERT_EQ(3u, calls.size());  // the position's information, then the two screens
+    EXPECT_THAT(calls[1], HasSubstr(R"({"op":"put","member":"DisplayData","value":{"text":"ReaderPosition=32\r\n)"
+                                    R"(Message=\u001bG2\u001b\u001a000\u001b=001002Hello (001/002)\r\n\u0000"})"));
+    EXPECT_THAT(calls[2], AllOf(HasSubstr(R"("member":"DisplayData")"), HasSubstr(R"(Select A Key"})")));
+}
+
+// The image file lives under a drive folder of the test's own, passed to
+// the program through its environment.
+class TestFunctionsRun : public ::testing::Test {
+protected:
+    void SetUp() override {
+        std::string pattern = (fs::temp_directory_path() / "vantrel-drive-XXXXXX").string();
+        ASSERT_NE(nullptr, ::mkdtemp(pattern.data()));
+        drive_ = pattern;
+        ::setenv("VANTREL_DRIVE_C", drive_.c_str(), 1);
+    }
+    void TearDown() override {
+        ::unsetenv("VANTREL_DRIVE_C");
+        std::error_code ignored;
+        fs::remove_all(drive_, ignored);
+    }
+    void WriteImage(const std::string& bytes) {
+        const fs::path folder = drive_ / "Projects" / "Vantrel" / "VantrelTest Utility";
+        fs::create_directories(folder);
+        std::ofstream(folder / "FP_blk.hex", std::ios::binary) << bytes;
+    }
+
+private:
+    fs::path drive_;
+};
+
+TEST_F(TestFunctionsRun, EveryTestSendsAndTheWindowStaysUntilExit) {
+    WriteImage("89504E47\r\n\xE9\xFF");
+    // A test that closed the window would hand the next click to the console,
+    // which has no such button: the run would fail.
+    const ScriptRun run = RunConsole(R"vts(
+click TEST_FUNCTION_BUTTON
+click iXCAT_DES_TEST
+click SecialTests
+click SET_IMAGE_BUTTON
+click SET_IMAGE_BUTTON
+expect VantrelTest.TextBox "Function Box"
+expect VantrelTest.InBox ""
+click EXIT_BUTTON
+click TEST_FUNCTION_BUTTON
+click EXIT_BUTTON
+)vts");
+    ASSERT_EQ(0, run.exitCode) << run.err;
+    const std::string image = R"({"op":"put","member":"PacketQueOutput","value":{"text":"ReaderPosition=01\r\n)"
+                              R"(PacketCount=00118\r\nPacketData=<DisplayCommand><SetImageDetailsCommand )"
+                              R"(SequenceNumber=\"0\"ImageId=\"1\" Filename=\"Banner.png\" Language=\"en\">)"
+                              R"(89504E47\r\n\u00e9\u00ff"}})";
+    EXPECT_THAT(Calls(run),
+                ElementsAre(AllOf(HasSubstr(R"("member":"PacketQueOutput")"), HasSubstr(R"(PacketCount=185\r\n)"),
+                                  EndsWith(R"(PINSupportData=\"5A3C19E07B42D68F\"/>\r\n\u0000"}})")),
+                            AllOf(HasSubstr(R"("member":"DisplayData")"),
+                                  EndsWith(R"(Center this very very long xxxxxxxxx text line\r\n\u0000"}})")),
+                            image, image));
+}
+
+TEST_F(TestFunctionsRun, AMissingImageEndsTheProgramWithFileNotFound) {
+    const ScriptRun run = RunConsole(R"vts(
+click TEST_FUNCTION_BUTTON
+click SET_IMAGE_BUTTON
+click EXIT_BUTTON
+)vts");
+    EXPECT_EQ(1, run.exitCode);
+    EXPECT_THAT(run.err, HasSubstr("Run-time error 53: File not found"));
+    EXPECT_THAT(Calls(run), Not(::testing::Contains(HasSubstr("PacketQueOutput"))));
+    ASSERT_FALSE(run.trace.empty());
+    EXPECT_EQ(R"({"op":"report","number":53,"description":"File not found"})", run.trace.back());
+}
+
+}  // namespace
+}  // namespace vantrel::testing

@@ -1,0 +1,202 @@
+#include "graphics/graphics.h"
+#include "server/command_block.h"
+
+#include "support/test_support.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <tuple>
+
+namespace vantrel {
+namespace {
+
+using testing::RecordedCall;
+using testing::TestConsole;
+
+const Text ESC = u"\x1b";
+const Text SUB = u"\x1a";
+const Text kCrLfNul(u"\r\n\0", 3);
+const Text kCrLfLf = u"\r\n\n";
+const Text kNothing;
+
+struct ScreenCase {
+    const char* button;
+    Text message;  // after "Message="
+    Text end;
+};
+
+// The screens as the terminal documentation lists them, element by element.
+std::vector<ScreenCase> Screens() {
+    const Text aerial = ESC + u"F\"Aerial\"14";
+    return {
+        {"GilbarcoInfo", ESC + u"G" + ESC + SUB + u"000" + ESC + u"=100100Hello @ 100 / 100", kCrLfNul},
+        {"Wayne2Line", ESC + u"G2" + ESC + SUB + u"000" + ESC + u"=001002Hello (001/002)", kCrLfNul},
+        {"Wayne3Line", ESC + u"G3" + ESC + SUB + u"000" + ESC + u"=010020Hello (010/020)", kCrLfNul},
+        {"Wayne4Line", ESC + u"G4" + ESC + SUB + u"000" + ESC + u"=040030Hello (040/030)", kCrLfNul},
+        {"Wayne5Line", ESC + u"G5" + ESC + SUB + u"000" + ESC + u"=065030Hello (065/030)", kCrLfNul},
+        {"WayneQCat",
+         ESC + u"G" + ESC + SUB + u"000" + ESC + u"=001001Hello (First Line)" + ESC + u"=001015Hello (Second Line)" +
+             ESC + u"=030120Col/Row (30/120)",
+         kCrLfNul},
+        {"iXCAT_FORMAT_LINE",
+         ESC + u"G" + ESC + u"A12" + aerial + ESC + u"=001001First Line" + ESC + u"=025020Second Line" + ESC +
+             u"=050040Third Line" + ESC + u"=075060Fourth Line" + ESC + u"=100080Fifth Line" + ESC +
+             u"=125100Sixth Line" + ESC + u"=150120Seventh Line" + ESC + u"=175140Eigth Line" + ESC +
+             u"=200160Ninth Line",
+         kCrLfLf},
+        {"iXCAT_MULTI_LINE",
+         ESC + u"G" + ESC + u"A12" + aerial +
+             u"The First Line\nThe Second Line\nThe Third Line\nThe Fourth Line\nThe Fifth Line\n"
+             u"The Sixth Line\nThe Seventh Line\nThe Eigth Line",
+         kCrLfLf},
+        {"iXCAT_FUNC",
+         ESC + u"G" + ESC + u"S1\"Key 1\"" + ESC + u"S2\"Key 2\"" + ESC + u"S3\"Key 3\"" + ESC + u"S4\"Key 4\"" + ESC +
+             u"S5\"Key 5\"" + ESC + u"S6\"Key 6\"" + ESC + u"S7\"Key 7\"" + ESC + u"S8\"Key 8\"" + ESC +
+             u"A12Select A Key",
+         kNothing},
+    };
+}
+
+class GraphicsScreen : public ::testing::TestWithParam<std::tuple<ScreenCase, int>> {};
+
+TEST_P(GraphicsScreen, SendsItsBlockThroughCommandDataEchoesItAndCloses) {
+    const auto& [screen, position] = GetParam();
+    TestConsole test;
+    test.Click("Button" + std::to_string(position));
+    test.Click("InfoDisplay");
+    test.Click(screen.button, kGraphicsDisplayForm);
+
+    const Text expected = u"ReaderPosition=" + PositionText(position) + u"\r\nMessage=" + screen.message + screen.end;
+    ASSERT_EQ(1u, test.calls().size());
+    const RecordedCall& call = test.calls()[0];
+    EXPECT_EQ(RecordedCall::Kind::Put, call.kind);
+    EXPECT_EQ("DisplayData", call.member);
+    EXPECT_TEXT(expected, call.text());
+    EXPECT_EQ(Variant::OfText(expected), test.console().CommandData);
+    EXPECT_TEXT(u"<Object>.DispData = (data)", test.console().FunctionBox());
+    EXPECT_TEXT(expected, test.console().DataBox());
+    EXPECT_EQ(std::vector<std::string>{kGraphicsDisplayForm}, test.windows().hidden);
+    EXPECT_TRUE(test.report().errors.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryButton, GraphicsScreen,
+                         ::testing::Combine(::testing::ValuesIn(Screens()), ::testing::Values(1, 32)),
+                         [](const auto& info) {
+                             return std::string(std::get<0>(info.param).button) + "_at_" +
+                                    std::to_string(std::get<1>(info.param));
+                         });
+
+TEST(GraphicsWindow, InfoDispOpensTheOneWindowAndWritesNoBox) {
+    TestConsole test;
+    test.Click("InfoDisplay");
+    test.Click("EXIT_BUTTON", kGraphicsDisplayForm);
+    test.Click("InfoDisplay");
+    EXPECT_EQ((std::vector<std::string>{kGraphicsDisplayForm, kGraphicsDisplayForm}), test.windows().shown);
+    EXPECT_EQ(std::vector<std::string>{kGraphicsDisplayForm}, test.windows().hidden);
+    EXPECT_TRUE(test.console().IsLoaded(kGraphicsDisplayForm));
+    EXPECT_TRUE(test.calls().empty());
+    EXPECT_TEXT(u"Function Box", test.console().FunctionBox());
+    EXPECT_TEXT(u"", test.console().DataBox());
+    EXPECT_TRUE(test.console().CommandData.is(Variant::Kind::Empty));
+}
+
+TEST(GraphicsWindow, AServerFailureLeavesTheDataBoxAndTheWindowAsTheyWere) {
+    TestConsole test;
+    test.console().SetDataBox(u"before");
+    test.server().QueueFailure("DisplayData", RuntimeError(-2147418113, "Catastrophic failure"));
+    test.Click("InfoDisplay");
+    test.Click("Wayne3Line", kGraphicsDisplayForm);
+    ASSERT_EQ(1u, test.report().errors.size());
+    EXPECT_EQ(-2147418113, test.report().errors[0].number());
+    EXPECT_TEXT(u"<Object>.DispData = (data)", test.console().FunctionBox());
+    EXPECT_TEXT(u"before", test.console().DataBox());
+    EXPECT_TRUE(test.windows().hidden.empty());
+}
+
+TEST(GraphicsWindow, EachScreenFollowsTheSelectionAtThePress) {
+    TestConsole test;
+    test.Click("InfoDisplay");
+    test.Click("GilbarcoInfo", kGraphicsDisplayForm);
+    test.Click("Button9");
+    test.Click("InfoDisplay");
+    test.Click("GilbarcoInfo", kGraphicsDisplayForm);
+    ASSERT_EQ(2u, test.calls().size());
+    EXPECT_EQ(0u, test.calls()[0].text().find(u"ReaderPosition=01\r\n"));
+    EXPECT_EQ(0u, test.calls()[1].text().find(u"ReaderPosition=09\r\n"));
+}
+
+struct Row {
+    const char* name;
+    const char16_t* caption;
+    int left, top, width, height;
+};
+
+void ExpectRows(const FormDescription& form, const std::vector<Row>& rows) {
+    ASSERT_EQ(rows.size(), form.controls.size()) << form.name;
+    for (const Row& row : rows) {
+        const Control* control = form.Find(row.name);
+        ASSERT_NE(control, nullptr) << row.name;
+        EXPECT_EQ(ControlKind::CommandButton, control->kind) << row.name;
+        EXPECT_TEXT(row.caption, control->caption);
+        EXPECT_EQ(row.left, control->left) << row.name;
+        EXPECT_EQ(row.top, control->top) << row.name;
+        EXPECT_EQ(row.width, control->width) << row.name;
+        EXPECT_EQ(row.height, control->height) << row.name;
+        EXPECT_TRUE(control->click) << row.name;
+    }
+}
+
+TEST(GraphicsWindow, LaysOutItsButtonsAsTheTechnicianKnowsThem) {
+    TestConsole test;
+    const FormDescription& form = test.console().Description(kGraphicsDisplayForm);
+    EXPECT_TEXT(u"Graphics Display", form.caption);
+    EXPECT_EQ(5520, form.clientWidth);
+    EXPECT_EQ(3810, form.clientHeight);
+    ExpectRows(form, {
+                         {"GilbarcoInfo", u"GILB INFO", 120, 360, 1335, 375},
+                         {"Wayne2Line", u"Wayne 2 Line", 1920, 360, 1215, 495},
+                         {"Wayne3Line", u"Wayne 3 Line", 1920, 960, 1215, 495},
+                         {"Wayne4Line", u"Wayne 4 Line", 1920, 1560, 1215, 495},
+                         {"Wayne5Line", u"Wayne 5 Line", 1920, 2160, 1215, 495},
+                         {"WayneQCat", u"Wayne Q CAT", 1920, 2760, 1215, 495},
+                         {"iXCAT_FUNC", u"iXCATFunc", 3240, 360, 1335, 495},
+                         {"iXCAT_MULTI_LINE", u"iXCAT Multi Line", 3240, 960, 1335, 495},
+                         {"iXCAT_FORMAT_LINE", u"iXCAT  Formatted", 3240, 1560, 1335, 495},
+                         {"EXIT_BUTTON", u"EXIT", 120, 3360, 855, 375},
+                     });
+}
+
+TEST(GraphicsWindow, TheTestFunctionsWindowHasItsFourButtons) {
+    TestConsole test;
+    const FormDescription& form = test.console().Description(kTestFunctionForm);
+    EXPECT_TEXT(u"Test Functions", form.caption);
+    EXPECT_EQ(4680, form.clientWidth);
+    EXPECT_EQ(3195, form.clientHeight);
+    ExpectRows(form, {
+                         {"iXCAT_DES_TEST", u"iXCat DES Test", 120, 120, 1335, 495},
+                         {"SecialTests", u"SPECIAL TESTS", 3000, 120, 1335, 495},
+                         {"SET_IMAGE_BUTTON", u"SET IMAGE", 3000, 840, 1335, 495},
+                         {"EXIT_BUTTON", u"EXIT", 120, 2520, 1095, 495},
+                     });
+}
+
+TEST(GraphicsWindow, TheConsoleButtonsArePaintedInTheirColours) {
+    TestConsole test;
+    const FormDescription& console = test.console().Description(kConsoleForm);
+    const Control* info = console.Find("InfoDisplay");
+    ASSERT_NE(info, nullptr);
+    EXPECT_TEXT(u"Info Disp", info->caption);
+    EXPECT_EQ((std::tuple{2160, 4800, 1575, 375}), std::tuple(info->left, info->top, info->width, info->height));
+    EXPECT_EQ(ButtonStyle::Graphical, info->style);
+    EXPECT_EQ(Color{0x00FFFF00}, info->backColor);
+    const Control* tests = console.Find("TEST_FUNCTION_BUTTON");
+    ASSERT_NE(tests, nullptr);
+    EXPECT_TEXT(u"Test Functions", tests->caption);
+    EXPECT_EQ((std::tuple{360, 3000, 1335, 375}), std::tuple(tests->left, tests->top, tests->width, tests->height));
+    EXPECT_EQ(ButtonStyle::Graphical, tests->style);
+    EXPECT_EQ(Color{0x0000FFFF}, tests->backColor);
+}
+
+}  // namespace
+}  // namespace vantrel
