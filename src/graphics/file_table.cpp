@@ -46,17 +46,21 @@ std::string FileTable::ReadToEnd(int number) {
     OpenFile& file = *files_[static_cast<std::size_t>(number - 1)];
     constexpr std::size_t kChunk = std::size_t{1} << 20;
     std::string data;
-    // The size is only a hint: a file may grow while it is read, or report
-    // no size at all.
+    // One read of the size the system reports. A file that grows meanwhile,
+    // or reports no size, is read on in chunks until its end.
     std::error_code error;
-    if (const auto size = std::filesystem::file_size(file.path, error); !error) {
-        data.reserve(static_cast<std::size_t>(size) + kChunk);
+    const std::uintmax_t size = std::filesystem::file_size(file.path, error);
+    std::size_t wanted = kChunk;
+    if (!error) {
+        wanted = static_cast<std::size_t>(size);
+        data.reserve(wanted + kChunk);
     }
     while (file.stream) {
         const std::size_t had = data.size();
-        data.resize(had + kChunk);
-        file.stream.read(data.data() + had, static_cast<std::streamsize>(kChunk));
+        data.resize(had + wanted);
+        file.stream.read(data.data() + had, static_cast<std::streamsize>(wanted));
         data.resize(had + static_cast<std::size_t>(file.stream.gcount()));
+        wanted = kChunk;
     }
     if (file.stream.bad()) {
         throw DeviceIoError();

@@ -22,9 +22,9 @@ public:
     // (a folder, no permission), 67 when every number is in use.
     int OpenForInput(const std::filesystem::path& path);
 
-    // Reads everything from the current place to the end in large reads, so
-    // the time grows with the size and nothing more. Error 57 when the
-    // system fails to read; error 52 for a number that is not open.
+    // Reads everything from the current place to the end, the whole file in
+    // one read, so the time grows with the size and nothing more. Error 57
+    // when the system fails to read; error 52 for a number that is not open.
     std::string ReadToEnd(int number);
 
     int OpenCount() const { return static_cast<int>(files_.size()); }

@@ -13,6 +13,7 @@
 
 #include <limits>
 #include <memory>
+#include <string>
 
 namespace vantrel {
 
@@ -47,8 +48,8 @@ void CentredLongLine(Console& console) {
 // Opens the file again on every press and leaves it open (see FileTable).
 void SetImage(Console& console, FileTable& files) {
     const int number = files.OpenForInput(LocalPath(kImageFile));
-    const Text data = FromBytes(files.ReadToEnd(number));
-    console.KRM().Put("PacketQueOutput", Variant::OfText(ImagePacket(console.SelectedPositionText, data)));
+    const std::string bytes = files.ReadToEnd(number);
+    console.KRM().Put("PacketQueOutput", Variant::OfText(ImagePacket(console.SelectedPositionText, bytes)));
 }
 
 }  // namespace
@@ -61,10 +62,17 @@ std::int32_t ImagePacketCount(std::uint64_t dataLength) {
     return static_cast<std::int32_t>(dataLength + kImageHeader.size());
 }
 
-Text ImagePacket(TextView position, TextView data) {
-    CommandBlock block = PacketHeader(position, ImagePacketCount(data.size()), 5);
-    block.Append(kImageHeader).Append(data);
-    return block.Text();
+Text ImagePacket(TextView position, std::string_view fileBytes) {
+    Text packet = PacketHeader(position, ImagePacketCount(fileBytes.size()), 5).Text();
+    packet.reserve(packet.size() + kImageHeader.size() + fileBytes.size());
+    packet.append(kImageHeader);
+    // An image may be tens of megabytes: widen it in slices straight into
+    // the one packet text rather than through a second text of its size.
+    constexpr std::size_t kSlice = std::size_t{1} << 16;
+    for (std::size_t at = 0; at < fileBytes.size(); at += kSlice) {
+        packet.append(FromBytes(fileBytes.substr(at, kSlice)));
+    }
+    return packet;
 }
 
 FormDescription TestFunctionForm() {

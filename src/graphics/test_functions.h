@@ -10,10 +10,10 @@ namespace vantrel {
 // The image file that SET IMAGE sends, as the console names it everywhere.
 inline constexpr std::string_view kImageFile = "c:\\Projects\\Vantrel\\VantrelTest Utility\\FP_blk.hex";
 
-// The SET IMAGE block for the position and the file's characters: the
-// packet header with a count of at least five digits, the 106-character
-// image header, the data, and nothing after it.
-Text ImagePacket(TextView position, TextView data);
+// The SET IMAGE block for the position and the file's bytes, one byte to one
+// character: the packet header with a count of at least five digits, the
+// 106-character image header, the data, and nothing after it.
+Text ImagePacket(TextView position, std::string_view fileBytes);
 
 // The packet count of an image of the given length: the length plus the
 // image header, as a 32-bit number. Overflow (error 6) beyond that.
