@@ -1,15 +1,11 @@
 #include "e2e/e2e.h"
+#include "support/drive_folder.h"
 
 #include <gmock/gmock.h>
-
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
 namespace vantrel::testing {
 namespace {
 
-namespace fs = std::filesystem;
 using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
@@ -43,29 +39,11 @@ expect TextBox "<Object>.DispData = (data)"
 // the program through its environment.
 class TestFunctionsRun : public ::testing::Test {
 protected:
-    void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "vantrel-drive-XXXXXX").string();
-        ASSERT_NE(nullptr, ::mkdtemp(pattern.data()));
-        drive_ = pattern;
-        ::setenv("VANTREL_DRIVE_C", drive_.c_str(), 1);
-    }
-    void TearDown() override {
-        ::unsetenv("VANTREL_DRIVE_C");
-        std::error_code ignored;
-        fs::remove_all(drive_, ignored);
-    }
-    void WriteImage(const std::string& bytes) {
-        const fs::path folder = drive_ / "Projects" / "Vantrel" / "VantrelTest Utility";
-        fs::create_directories(folder);
-        std::ofstream(folder / "FP_blk.hex", std::ios::binary) << bytes;
-    }
-
-private:
-    fs::path drive_;
+    DriveFolder drive;
 };
 
 TEST_F(TestFunctionsRun, EveryTestSendsAndTheWindowStaysUntilExit) {
-    WriteImage("89504E47\r\n\xE9\xFF");
+    drive.WriteImage("89504E47\r\n\xE9\xFF");
     // A test that closed the window would hand the next click to the console,
     // which has no such button: the run would fail.
     const ScriptRun run = RunConsole(R"vts(

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 #include <tuple>
 
@@ -25,6 +26,8 @@ struct ScreenCase {
     Text message;  // after "Message="
     Text end;
 };
+
+void PrintTo(const ScreenCase& screen, std::ostream* out) { *out << screen.button; }
 
 // The screens as the terminal documentation lists them, element by element.
 std::vector<ScreenCase> Screens() {
@@ -132,54 +135,67 @@ struct Row {
     int left, top, width, height;
 };
 
-void ExpectRows(const FormDescription& form, const std::vector<Row>& rows) {
-    ASSERT_EQ(rows.size(), form.controls.size()) << form.name;
-    for (const Row& row : rows) {
-        const Control* control = form.Find(row.name);
-        ASSERT_NE(control, nullptr) << row.name;
-        EXPECT_EQ(ControlKind::CommandButton, control->kind) << row.name;
-        EXPECT_TEXT(row.caption, control->caption);
-        EXPECT_EQ(row.left, control->left) << row.name;
-        EXPECT_EQ(row.top, control->top) << row.name;
-        EXPECT_EQ(row.width, control->width) << row.name;
-        EXPECT_EQ(row.height, control->height) << row.name;
-        EXPECT_TRUE(control->click) << row.name;
+struct WindowCase {
+    const char* form;
+    const char16_t* caption;
+    int width, height;
+    std::vector<Row> rows;  // every control, in creation order
+};
+
+void PrintTo(const WindowCase& window, std::ostream* out) { *out << window.form; }
+
+class GraphicsLayout : public ::testing::TestWithParam<WindowCase> {};
+
+TEST_P(GraphicsLayout, PlacesItsButtonsAsTheTechnicianKnowsThem) {
+    const WindowCase& window = GetParam();
+    TestConsole test;
+    const FormDescription& form = test.console().Description(window.form);
+    EXPECT_TEXT(window.caption, form.caption);
+    EXPECT_EQ(window.width, form.clientWidth);
+    EXPECT_EQ(window.height, form.clientHeight);
+    ASSERT_EQ(window.rows.size(), form.controls.size());
+    for (std::size_t i = 0; i < window.rows.size(); ++i) {
+        const Row& row = window.rows[i];
+        const Control& control = form.controls[i];
+        EXPECT_EQ(row.name, control.name);
+        EXPECT_EQ(ControlKind::CommandButton, control.kind) << row.name;
+        EXPECT_TEXT(row.caption, control.caption);
+        EXPECT_EQ((std::tuple{row.left, row.top, row.width, row.height}),
+                  std::tuple(control.left, control.top, control.width, control.height))
+            << row.name;
+        EXPECT_TRUE(control.click) << row.name;
     }
 }
 
-TEST(GraphicsWindow, LaysOutItsButtonsAsTheTechnicianKnowsThem) {
-    TestConsole test;
-    const FormDescription& form = test.console().Description(kGraphicsDisplayForm);
-    EXPECT_TEXT(u"Graphics Display", form.caption);
-    EXPECT_EQ(5520, form.clientWidth);
-    EXPECT_EQ(3810, form.clientHeight);
-    ExpectRows(form, {
-                         {"GilbarcoInfo", u"GILB INFO", 120, 360, 1335, 375},
-                         {"Wayne2Line", u"Wayne 2 Line", 1920, 360, 1215, 495},
-                         {"Wayne3Line", u"Wayne 3 Line", 1920, 960, 1215, 495},
-                         {"Wayne4Line", u"Wayne 4 Line", 1920, 1560, 1215, 495},
-                         {"Wayne5Line", u"Wayne 5 Line", 1920, 2160, 1215, 495},
-                         {"WayneQCat", u"Wayne Q CAT", 1920, 2760, 1215, 495},
-                         {"iXCAT_FUNC", u"iXCATFunc", 3240, 360, 1335, 495},
-                         {"iXCAT_MULTI_LINE", u"iXCAT Multi Line", 3240, 960, 1335, 495},
-                         {"iXCAT_FORMAT_LINE", u"iXCAT  Formatted", 3240, 1560, 1335, 495},
-                         {"EXIT_BUTTON", u"EXIT", 120, 3360, 855, 375},
-                     });
-}
-
-TEST(GraphicsWindow, TheTestFunctionsWindowHasItsFourButtons) {
-    TestConsole test;
-    const FormDescription& form = test.console().Description(kTestFunctionForm);
-    EXPECT_TEXT(u"Test Functions", form.caption);
-    EXPECT_EQ(4680, form.clientWidth);
-    EXPECT_EQ(3195, form.clientHeight);
-    ExpectRows(form, {
-                         {"iXCAT_DES_TEST", u"iXCat DES Test", 120, 120, 1335, 495},
-                         {"SecialTests", u"SPECIAL TESTS", 3000, 120, 1335, 495},
-                         {"SET_IMAGE_BUTTON", u"SET IMAGE", 3000, 840, 1335, 495},
-                         {"EXIT_BUTTON", u"EXIT", 120, 2520, 1095, 495},
-                     });
-}
+INSTANTIATE_TEST_SUITE_P(
+    Windows, GraphicsLayout,
+    ::testing::Values(WindowCase{kGraphicsDisplayForm,
+                                 u"Graphics Display",
+                                 5520,
+                                 3810,
+                                 {
+                                     {"GilbarcoInfo", u"GILB INFO", 120, 360, 1335, 375},
+                                     {"Wayne2Line", u"Wayne 2 Line", 1920, 360, 1215, 495},
+                                     {"Wayne3Line", u"Wayne 3 Line", 1920, 960, 1215, 495},
+                                     {"Wayne4Line", u"Wayne 4 Line", 1920, 1560, 1215, 495},
+                                     {"Wayne5Line", u"Wayne 5 Line", 1920, 2160, 1215, 495},
+                                     {"WayneQCat", u"Wayne Q CAT", 1920, 2760, 1215, 495},
+                                     {"iXCAT_FUNC", u"iXCATFunc", 3240, 360, 1335, 495},
+                                     {"iXCAT_MULTI_LINE", u"iXCAT Multi Line", 3240, 960, 1335, 495},
+                                     {"iXCAT_FORMAT_LINE", u"iXCAT  Formatted", 3240, 1560, 1335, 495},
+                                     {"EXIT_BUTTON", u"EXIT", 120, 3360, 855, 375},
+                                 }},
+                      WindowCase{kTestFunctionForm,
+                                 u"Test Functions",
+                                 4680,
+                                 3195,
+                                 {
+                                     {"iXCAT_DES_TEST", u"iXCat DES Test", 120, 120, 1335, 495},
+                                     {"SecialTests", u"SPECIAL TESTS", 3000, 120, 1335, 495},
+                                     {"SET_IMAGE_BUTTON", u"SET IMAGE", 3000, 840, 1335, 495},
+                                     {"EXIT_BUTTON", u"EXIT", 120, 2520, 1095, 495},
+                                 }}),
+    [](const auto& info) { return std::string(info.param.form); });
 
 TEST(GraphicsWindow, TheConsoleButtonsArePaintedInTheirColours) {
     TestConsole test;

@@ -3,14 +3,15 @@
 #include "graphics/test_functions.h"
 #include "server/command_block.h"
 
+#include "support/drive_folder.h"
 #include "support/test_support.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <ostream>
 #include <string>
 #include <tuple>
 
@@ -87,34 +88,18 @@ TEST(TestFunctions, ExitOnlyHidesTheWindow) {
     EXPECT_TRUE(test.calls().empty());
 }
 
-// A drive folder of its own for each test, named to the program by
-// VANTREL_DRIVE_C, holding the image file when a test writes one.
+// A drive folder of its own for each test, holding the image file when a
+// test writes one.
 class ImageFile : public ::testing::Test {
 protected:
-    void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "vantrel-drive-XXXXXX").string();
-        ASSERT_NE(nullptr, ::mkdtemp(pattern.data()));
-        drive_ = pattern;
-        ::setenv("VANTREL_DRIVE_C", drive_.c_str(), 1);
-    }
-    void TearDown() override {
-        ::unsetenv("VANTREL_DRIVE_C");
-        std::error_code ignored;
-        fs::remove_all(drive_, ignored);
-    }
-    fs::path Folder() const { return drive_ / "Projects" / "Vantrel" / "VantrelTest Utility"; }
-    fs::path File() const { return Folder() / "FP_blk.hex"; }
-    void Write(const std::string& bytes) {
-        fs::create_directories(Folder());
-        std::ofstream(File(), std::ios::binary | std::ios::trunc) << bytes;
-    }
+    fs::path Folder() const { return drive.ImageFolder(); }
+    fs::path File() const { return drive.ImageFile(); }
+    void Write(const std::string& bytes) { drive.WriteImage(bytes); }
     void PressSetImage() { test.Click("SET_IMAGE_BUTTON", kTestFunctionForm); }
     const Text& Sent(std::size_t call = 0) { return test.calls().at(call).text(); }
 
+    testing::DriveFolder drive;
     TestConsole test;
-
-private:
-    fs::path drive_;
 };
 
 // Hexadecimal text in lines of 64 digits with CR LF, as the image files are.
@@ -131,6 +116,8 @@ struct CountCase {
     std::size_t length;
     const char16_t* count;
 };
+
+void PrintTo(const CountCase& c, std::ostream* out) { *out << c.length << " characters"; }
 
 class ImageCount : public ImageFile, public ::testing::WithParamInterface<CountCase> {};
 
