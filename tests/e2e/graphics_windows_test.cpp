@@ -21,9 +21,7 @@ expect TextBox "<Object>.DispData = (data)"
 expect InBox "ReaderPosition=32\r\nMessage=\eG2\e\x1A000\e=001002Hello (001/002)\r\n\0"
 click InfoDisplay
 click iXCAT_FUNC
-expect InBox "ReaderPosition=32\r\nMessage=\eG\eS1\"Key 1\"\eS2\"Key 2\"\eS3\"Key 3\"\eS4\"Key 4\"\eS5\"Key 5\"\eS6\"Key 6\"\eS7\"Key 7\"\eS8\"Key 8\"\eA12Select A Key"
 click InfoDisplay
-shot GraphicsDisplay graphics.png
 click EXIT_BUTTON
 expect TextBox "<Object>.DispData = (data)"
 )vts");

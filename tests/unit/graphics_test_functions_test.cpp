@@ -9,11 +9,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <fstream>
 #include <limits>
 #include <ostream>
 #include <string>
-#include <tuple>
 
 namespace vantrel {
 namespace {
@@ -140,13 +140,6 @@ INSTANTIATE_TEST_SUITE_P(Lengths, ImageCount,
                                            CountCase{250000, u"250106"}),
                          [](const auto& info) { return "length_" + std::to_string(info.param.length); });
 
-TEST_F(ImageFile, AnEmptyFileSendsTheHeaderAlone) {
-    Write("");
-    PressSetImage();
-    ASSERT_EQ(1u, test.calls().size());
-    EXPECT_TEXT(u"ReaderPosition=01\r\nPacketCount=00106\r\nPacketData=" + kImageHeader, Sent());
-}
-
 TEST_F(ImageFile, EveryByteBecomesOneCharacterLineBreaksAndHighBytesIncluded) {
     // NUL and SUB are data too: neither ends the file.
     static constexpr char kBytes[] = "0A1B\r\n\xE9\x80\xFF\x7F\r\n\x1A\0end\r\n";
@@ -182,36 +175,26 @@ TEST_F(ImageFile, EachPressReadsTheFileAgainAndKeepsItsHandle) {
 #endif
 }
 
-TEST_F(ImageFile, AMissingFileEndsThroughTheReportAndSendsNothing) {
-    fs::create_directories(Folder());
-    PressSetImage();
-    ASSERT_EQ(1u, test.report().errors.size());
-    EXPECT_EQ(53, test.report().errors[0].number());
-    EXPECT_EQ("File not found", test.report().errors[0].description());
-    EXPECT_TRUE(test.calls().empty());
-}
-
-TEST_F(ImageFile, AMissingDriveFolderIsAMissingFileToo) {
-    PressSetImage();
-    ASSERT_EQ(1u, test.report().errors.size());
-    EXPECT_EQ(53, test.report().errors[0].number());
-    EXPECT_TRUE(test.calls().empty());
-}
-
-TEST_F(ImageFile, AFolderInPlaceOfTheFileIsAnAccessError) {
-    fs::create_directories(File());
-    PressSetImage();
-    ASSERT_EQ(1u, test.report().errors.size());
-    EXPECT_EQ(75, test.report().errors[0].number());
-    EXPECT_TRUE(test.calls().empty());
-}
-
-TEST_F(ImageFile, AServerFailureStillEndsThroughTheReport) {
-    Write("00");
-    test.server().QueueFailure("PacketQueOutput", RuntimeError(5, "Invalid procedure call or argument"));
-    PressSetImage();
-    ASSERT_EQ(1u, test.report().errors.size());
-    EXPECT_EQ(5, test.report().errors[0].number());
+// A file that cannot be read ends the command through the report before
+// anything is sent.
+TEST_F(ImageFile, AFileThatCannotBeOpenedEndsThroughTheReport) {
+    struct Case {
+        const char* title;
+        std::function<void()> arrange;
+        int error;
+    };
+    for (const Case& c : {
+             Case{"no drive folder", [] {}, 53},
+             Case{"no file", [&] { fs::create_directories(Folder()); }, 53},
+             Case{"a folder in its place", [&] { fs::create_directories(File()); }, 75},
+         }) {
+        TestConsole fresh;
+        c.arrange();
+        fresh.Click("SET_IMAGE_BUTTON", kTestFunctionForm);
+        ASSERT_EQ(1u, fresh.report().errors.size()) << c.title;
+        EXPECT_EQ(c.error, fresh.report().errors[0].number()) << c.title;
+        EXPECT_TRUE(fresh.calls().empty()) << c.title;
+    }
 }
 
 TEST_F(ImageFile, TheFileTableRunsOutAfter255Files) {
