@@ -9,7 +9,7 @@
 #include "graphics/file_table.h"
 #include "graphics/graphics.h"
 #include "graphics/local_path.h"
-#include "graphics/packet_block.h"
+#include "server/packet_block.h"
 
 #include <limits>
 #include <memory>
@@ -31,9 +31,8 @@ void SecurePrompt(Console& console) {
                         u"Language=\"en\" " + u"SecurityLevel=\"Encrypted\" " + u"MaxLength=\"4\" " +
                         u"AutoTerminate=\"true\" " + u"Hidden=\"false\" " + u"PINSupportData=\"5A3C19E07B42D68F\"" +
                         u"/>";
-    const auto count = static_cast<std::int16_t>(prompt.size());
-    CommandBlock block = PacketHeader(console.SelectedPositionText, count, 3);
-    block.AddLine(prompt).Terminate();
+    CommandBlock block = PacketBlock(console.SelectedPositionText, prompt);
+    block.Append(kCrLf).Terminate();
     console.KRM().Put("PacketQueOutput", Variant::OfText(block.Text()));
 }
 

@@ -2,17 +2,9 @@
 
 #include "console/console.h"
 #include "queues/packet_view.h"
+#include "server/packet_block.h"
 
 namespace vantrel {
-
-CommandBlock PacketBlock(TextView position, TextView data) {
-    CommandBlock block;
-    block.AddLine(u"ReaderPosition=" + Text(position))
-        .AddLine(u"PacketCount=" + ZeroPad(static_cast<std::int64_t>(data.size()), 3))
-        .Append(u"PacketData=")
-        .Append(data);
-    return block;
-}
 
 void PacketOut(Console& console) {
     console.SetFunctionBox(u"<Object>.PacketQueOutput = (data)");

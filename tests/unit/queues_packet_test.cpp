@@ -188,13 +188,5 @@ TEST(PacketOut, ItsPacketReadBackShowsTheThreeDataCharacters) {
     EXPECT_TEXT(kHeader05 + u" C 10 7", test.console().DataBox());
 }
 
-TEST(PacketBlock, CountsTheDataInThreeDigitsOrMore) {
-    EXPECT_TEXT(u"ReaderPosition=07\r\nPacketCount=000\r\nPacketData=", PacketBlock(u"07", u"").Text());
-    EXPECT_TEXT(u"ReaderPosition=07\r\nPacketCount=017\r\nPacketData=" + Text(17, u'x'),
-                PacketBlock(u"07", Text(17, u'x')).Text());
-    const Text large(1234, u'\x10');
-    EXPECT_TEXT(u"ReaderPosition=32\r\nPacketCount=1234\r\nPacketData=" + large, PacketBlock(u"32", large).Text());
-}
-
 }  // namespace
 }  // namespace vantrel
