@@ -4,6 +4,9 @@
 #include "server/server_calls.h"
 #include "server/trace_json.h"
 #include "simulator/simulator.h"
+#if defined(_WIN32)
+#include "server/com_automation.h"
+#endif
 #include "ui/console_window.h"
 #include "ui/qt_ports.h"
 #include "ui/script_runner.h"
@@ -38,7 +41,9 @@ constexpr const char* kHelp =
     "  --help          show this text\n"
     "  --version       show the version\n"
     "\n"
-    "Without a COM server on this platform the built-in simulator stands in.\n";
+    "On Windows the console drives the COM server registered as\n"
+    "\"Vantrel.Application\"; elsewhere, and with --simulator, the built-in\n"
+    "simulator stands in.\n";
 
 struct Options {
     bool simulator = false;
@@ -126,11 +131,18 @@ int main(int argc, char* argv[]) {
     // is one; everywhere else, and on request, the built-in simulator.
     vantrel::ServerRegistry servers;
     vantrel::Simulator* simulator = nullptr;
-    servers.Register(std::string(vantrel::kServerProgId), [&simulator] {
-        auto created = std::make_unique<vantrel::Simulator>();
-        simulator = created.get();
-        return created;
-    });
+#if defined(_WIN32)
+    if (!options.simulator) {
+        vantrel::RegisterComServer(servers, std::string(vantrel::kServerProgId));
+    }
+#endif
+    if (!servers.Has(vantrel::kServerProgId)) {
+        servers.Register(std::string(vantrel::kServerProgId), [&simulator] {
+            auto created = std::make_unique<vantrel::Simulator>();
+            simulator = created.get();
+            return created;
+        });
+    }
 
     vantrel::QtPrompter boxes;
     vantrel::ScriptPrompter scripted;
