@@ -41,6 +41,15 @@ Simulator::Simulator() {
     add({"FuelingPositionInformation", "DispenserInformation", "ReaderInformation"}, Style::WithPosition);
 }
 
+std::vector<std::pair<std::string, Simulator::Style>> Simulator::Members() const {
+    std::vector<std::pair<std::string, Style>> members;
+    members.reserve(members_.size());
+    for (const auto& [lower, member] : members_) {
+        members.emplace_back(member.name, member.style);
+    }
+    return members;
+}
+
 bool Simulator::Knows(std::string_view member) const { return members_.count(Lower(member)) != 0; }
 
 void Simulator::QueueAnswer(std::string_view member, Variant answer) {

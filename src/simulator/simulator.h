@@ -35,6 +35,10 @@ public:
     void QueueAnswer(std::string_view member, Variant answer) override;
     void QueueFailure(std::string_view member, RuntimeError error) override;
 
+    // Every member it knows and how it is invoked, ordered by name regardless
+    // of case: the name table of its dispatch interface.
+    std::vector<std::pair<std::string, Style>> Members() const;
+
     // What was assigned, for tests and the simulator's own views.
     const std::vector<std::pair<std::string, Variant>>& assignments() const { return assignments_; }
 
