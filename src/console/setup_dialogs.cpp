@@ -101,12 +101,7 @@ Control BaudOption(const char16_t* rate, int top, int width) {
 }
 
 FormDescription Dialog(std::string name, Text caption, int width, int height, Color back, Handler load) {
-    FormDescription form;
-    form.name = std::move(name);
-    form.caption = std::move(caption);
-    form.clientWidth = width;
-    form.clientHeight = height;
-    form.backColor = back;
+    FormDescription form = MakeForm(std::move(name), std::move(caption), width, height, back);
     form.load = std::move(load);
     return form;
 }

@@ -113,11 +113,7 @@ void IxCatFunctionKeys(Console& console) {
 }  // namespace
 
 FormDescription GraphicsDisplayForm() {
-    FormDescription form;
-    form.name = kGraphicsDisplayForm;
-    form.caption = u"Graphics Display";
-    form.clientWidth = 5520;
-    form.clientHeight = 3810;
+    FormDescription form = MakeForm(kGraphicsDisplayForm, u"Graphics Display", 5520, 3810);
     form.controls = {
         CommandButton("GilbarcoInfo", u"GILB INFO", 120, 360, 1335, 375, GilbarcoInfo),
         CommandButton("Wayne2Line", u"Wayne 2 Line", 1920, 360, 1215, 495, Wayne2Line),

@@ -78,11 +78,7 @@ FormDescription TestFunctionForm() {
     // The window's file table: shared by every copy of this description and
     // gone only with the console, at the end of the program.
     auto files = std::make_shared<FileTable>();
-    FormDescription form;
-    form.name = kTestFunctionForm;
-    form.caption = u"Test Functions";
-    form.clientWidth = 4680;
-    form.clientHeight = 3195;
+    FormDescription form = MakeForm(kTestFunctionForm, u"Test Functions", 4680, 3195);
     // The window's Timer1 has no handler and does nothing; it is left out.
     form.controls = {
         CommandButton("iXCAT_DES_TEST", u"iXCat DES Test", 120, 120, 1335, 495, SecurePrompt),
