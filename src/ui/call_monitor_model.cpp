@@ -29,10 +29,22 @@ void AppendAscii(Text& out, std::string_view ascii) { out.append(ascii.begin(), 
 constexpr char16_t kOpen = u'\u00AB';   // «
 constexpr char16_t kClose = u'\u00BB';  // »
 
-// «␀ × 4096»: a folded run of NUL.
+// The names of the codes below 32 as protocol documents write them.
+constexpr std::string_view kControlNames[32] = {
+    "NUL", "SOH", "STX", "ETX", "EOT", "ENQ", "ACK", "BEL", "BS",  "TAB", "LF",  "VT",  "FF", "CR", "SO", "SI",
+    "DLE", "DC1", "DC2", "DC3", "DC4", "NAK", "SYN", "ETB", "CAN", "EM",  "SUB", "ESC", "FS", "GS", "RS", "US",
+};
+
+void AppendMarked(Text& out, std::string_view name) {
+    out.push_back(kOpen);
+    AppendAscii(out, name);
+    out.push_back(kClose);
+}
+
+// «NUL × 4,096»: a folded run of NUL.
 void AppendNulRun(Text& out, std::size_t count) {
     out.push_back(kOpen);
-    out += u"\u2400 \u00D7 ";
+    out += u"NUL \u00D7 ";
     AppendAscii(out, Grouped(count));
     out.push_back(kClose);
 }
@@ -227,16 +239,17 @@ Text SymbolText(TextView text, SymbolLines lines, std::size_t limit) {
             }
         }
         if (c == u'\r' && lines == SymbolLines::BreakAfterCrLf && i + 1 < text.size() && text[i + 1] == u'\n') {
-            out += u"\u240D\u240A\n";
+            out += u"\u00ABCR\u00BB\u00ABLF\u00BB\n";
             i += 2;
             continue;
         }
         if (c < 0x20) {
-            out.push_back(static_cast<char16_t>(0x2400 + c));  // the control pictures
+            AppendMarked(out, kControlNames[c]);
         } else if (c == 0x7F) {
-            out.push_back(u'\u2421');
+            AppendMarked(out, "DEL");
         } else if (c > 0x7F) {
             out.push_back(kOpen);
+            out.push_back(c > 0xFF ? u'u' : u'x');
             AppendHex(out, c, c > 0xFF ? 4 : 2);
             out.push_back(kClose);
         } else {

@@ -91,21 +91,21 @@ enum class SymbolLines {
 // Runs of NUL at least this long are drawn once with their count.
 inline constexpr std::size_t kFoldNulRun = 8;
 
-// Draws a text so that every character can be seen: CR, LF, NUL, ESC, SUB,
-// ETX and the other codes below 32 as the control pictures (␍ ␊ ␀ ␛ ␚ ␃ ...),
-// DEL as ␡, codes above 126 as their hex code in guillemets («E9», «20AC»),
-// and a run of kFoldNulRun or more NULs as «␀ × count». The guillemets are
-// codes above 126 themselves, so they never stand for a character of the
-// text. At most `limit` characters of the text are drawn; the rest is
-// counted in a note at the end.
+// Draws a text so that every character can be seen, in any font: the codes
+// below 32 by their names in guillemets («CR» «LF» «NUL» «ESC» «SUB» «ETX»
+// «TAB» ...), DEL as «DEL», codes above 126 as their escape (\xE9 as «xE9»,
+// \u20AC as «u20AC»), and a run of kFoldNulRun or more NULs as
+// «NUL × count». A guillemet in the text is itself drawn as «xAB» or «xBB»,
+// so a marked name never stands for the letters of the text. At most
+// `limit` characters of the text are drawn; the rest is counted in a note.
 Text SymbolText(TextView text, SymbolLines lines, std::size_t limit);
 
 // The hex view: one line per 16 characters, "offset  cells  |text|". Cells
 // have two hex digits, or four for every cell when the text holds a
 // character above 255, so that the columns stay aligned. The text column
 // shows printable ASCII and a dot for anything else. Two or more whole lines
-// of NUL fold into one line that gives their count; the offset of the next
-// line shows where the run ended.
+// of NUL fold into one line, «NUL × count»; the offset of the next line
+// shows where the run ended.
 class HexLayout {
 public:
     static constexpr std::size_t kPerLine = 16;

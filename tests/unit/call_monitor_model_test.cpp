@@ -110,12 +110,11 @@ TEST_F(CallMonitorRows, ShowEveryKindOfEventAsTheTraceHasIt) {
     };
     const std::vector<Case> cases = {
         {Put("Authorize", Variant::OfText(kFillup)), u"Authorize", u"put",
-         u"FuelingPosition=07\u240D\u240AHose=0\u240D\u240AMOP=F\u240D\u240ALimit=999999\u240D\u240A\u2400", u"",
-         u"0.042 ms"},
+         u"FuelingPosition=07«CR»«LF»Hose=0«CR»«LF»MOP=F«CR»«LF»Limit=999999«CR»«LF»«NUL»", u"", u"0.042 ms"},
         {Call("FuelingPositionInformation", Variant::OfInt16(5), Variant::OfText(u"FuelingPosition=05\r\n")),
-         u"FuelingPositionInformation", u"call", u"i2 5", u"FuelingPosition=05\u240D\u240A", u"1.500 ms"},
+         u"FuelingPositionInformation", u"call", u"i2 5", u"FuelingPosition=05«CR»«LF»", u"1.500 ms"},
         {Call("DispenserInformation", Variant::OfInt16(7), Variant::OfText(u"FP=07\n"), true), u"DispenserInformation",
-         u"call byref", u"i2 7", u"FP=07\u240A", u"1.500 ms"},
+         u"call byref", u"i2 7", u"FP=07«LF»", u"1.500 ms"},
         {Failed(Call("CardQue", std::nullopt, Variant()), 438, kNotSupported), u"CardQue", u"call", u"",
          u"error 438: Object doesn't support this property or method", u"1.500 ms"},
         {Call("ClearTopCardQue", std::nullopt, Variant()), u"ClearTopCardQue", u"call", u"", u"empty", u"1.500 ms"},
@@ -182,20 +181,19 @@ TEST(CallMonitorSymbols, DrawEveryCharacterSoItCanBeSeen) {
     };
     const std::size_t all = 1000;
     const std::vector<Case> cases = {
-        {u"A\r\nB\r\n", SymbolLines::BreakAfterCrLf, all, u"A\u240D\u240A\nB\u240D\u240A\n"},
-        {u"A\r\nB", SymbolLines::OneLine, all, u"A\u240D\u240AB"},
-        {u"A\nB\rC", SymbolLines::BreakAfterCrLf, all, u"A\u240AB\u240DC"},  // no break at a lone LF or CR
+        {u"A\r\nB\r\n", SymbolLines::BreakAfterCrLf, all, u"A«CR»«LF»\nB«CR»«LF»\n"},
+        {u"A\r\nB", SymbolLines::OneLine, all, u"A«CR»«LF»B"},
+        {u"A\nB\rC", SymbolLines::BreakAfterCrLf, all, u"A«LF»B«CR»C"},  // no break at a lone LF or CR
         {u"\x1bG\x1a"
-         u"000\x03\t\x7f",
-         SymbolLines::OneLine, all, u"\u241BG\u241A000\u2403\u2409\u2421"},
-        {u"\u00e9\u20ac\u00ab~", SymbolLines::OneLine, all, u"\u00ABE9\u00BB\u00AB20AC\u00BB\u00ABAB\u00BB~"},
-        {Text(7, u'\0'), SymbolLines::OneLine, all, Text(7, u'\u2400')},
-        {Text(u"x") + Text(8, u'\0') + u"y", SymbolLines::OneLine, all, u"x\u00AB\u2400 \u00D7 8\u00BBy"},
+         u"000\x03\t\x7f\x02\x1f",
+         SymbolLines::OneLine, all, u"«ESC»G«SUB»000«ETX»«TAB»«DEL»«STX»«US»"},
+        {u"\u00e9\u20ac\u00ab\u00bb~", SymbolLines::OneLine, all, u"«xE9»«u20AC»«xAB»«xBB»~"},
+        {Text(7, u'\0'), SymbolLines::OneLine, all, u"«NUL»«NUL»«NUL»«NUL»«NUL»«NUL»«NUL»"},
+        {Text(u"x") + Text(8, u'\0') + u"y", SymbolLines::OneLine, all, u"x«NUL × 8»y"},
         // A run that starts inside the limit is counted whole.
-        {Text(u"x") + Text(5000, u'\0'), SymbolLines::OneLine, 4, u"x\u00AB\u2400 \u00D7 5,000\u00BB"},
-        {Text(200, u'x'), SymbolLines::OneLine, 160, Text(160, u'x') + u" \u00AB\u2026 40 more characters\u00BB"},
-        {Text(u"A\r\n") + Text(20, u'y'), SymbolLines::BreakAfterCrLf, 3,
-         u"A\u240D\u240A\n\u00AB\u2026 20 more characters\u00BB"},
+        {Text(u"x") + Text(5000, u'\0'), SymbolLines::OneLine, 4, u"x«NUL × 5,000»"},
+        {Text(200, u'x'), SymbolLines::OneLine, 160, Text(160, u'x') + u" «… 40 more characters»"},
+        {Text(u"A\r\n") + Text(20, u'y'), SymbolLines::BreakAfterCrLf, 3, u"A«CR»«LF»\n«… 20 more characters»"},
     };
     for (std::size_t k = 0; k < cases.size(); ++k) {
         SCOPED_TRACE(k);
@@ -224,7 +222,7 @@ TEST(CallMonitorHex, FoldsWholeLinesOfNulWithTheirCount) {
     const auto text = std::make_shared<const Text>(Text(u"AB") + Text(1600, u'\0') + u"CD");
     const HexLayout hex(text, *text);
     ASSERT_EQ(3u, hex.lineCount());
-    EXPECT_TEXT(u"00000010  \u00AB\u2400 \u00D7 1,584\u00BB", hex.Line(1));
+    EXPECT_TEXT(u"00000010  «NUL × 1,584»", hex.Line(1));
     EXPECT_TEXT(u"00000640  00 00 43 44" + Text(39, u' ') + u"|..CD|", hex.Line(2));
 
     // A single line of NUL stays as it is.
@@ -235,7 +233,7 @@ TEST(CallMonitorHex, FoldsWholeLinesOfNulWithTheirCount) {
     const auto large = std::make_shared<const Text>(Text(10 * 1024 * 1024, u'\0') + u"END");
     const HexLayout largeHex(large, *large);
     ASSERT_EQ(2u, largeHex.lineCount());
-    EXPECT_TEXT(u"00000000  \u00AB\u2400 \u00D7 10,485,760\u00BB", largeHex.Line(0));
+    EXPECT_TEXT(u"00000000  «NUL × 10,485,760»", largeHex.Line(0));
     EXPECT_TEXT(u"00A00000  45 4E 44" + Text(42, u' ') + u"|END|", largeHex.Line(1));
 }
 
