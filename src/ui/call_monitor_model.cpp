@@ -105,7 +105,12 @@ std::string MonitorKind(const CallEvent& event) {
 
 namespace {
 
-std::string Quoted(TextView text) { return "\"" + Escaped(text) + "\""; }
+std::string Quoted(TextView text) {
+    std::string out(1, '"');
+    out += Escaped(text);
+    out.push_back('"');
+    return out;
+}
 
 // A part as a field of the copied row: texts as escaped literals.
 std::string LiteralOf(const PartView& part) { return part.isText ? Quoted(*part.text) : ToUtf8(part.description); }

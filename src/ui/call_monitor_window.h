@@ -34,8 +34,9 @@ public:
     // How often the events queued by the feed are taken into the table.
     static constexpr int kFlushMilliseconds = 100;
     // Characters of the selected value drawn in the text view; the hex view
-    // has them all.
-    static constexpr std::size_t kDetailLimit = 32 * 1024;
+    // has them all. A text view lays out a line without breaks whole, so
+    // more would make selecting a large answer slow.
+    static constexpr std::size_t kDetailLimit = 16 * 1024;
 
     CallMonitorWindow(CallMonitorFeed& feed, MonitorLimits limits, QWidget* owner);
     ~CallMonitorWindow() override;
