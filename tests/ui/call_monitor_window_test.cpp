@@ -1,5 +1,7 @@
 // The call monitor window on the offscreen platform, opened from the console
 // as the technician opens it, fed by real clicks and by events on the hub.
+#include "support/call_events.h"
+#include "support/qt_modal.h"
 #include "support/test_support.h"
 #include "ui/call_monitor_window.h"
 #include "ui/console_window.h"
@@ -21,7 +23,6 @@
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <QToolButton>
 
 #include <fstream>
@@ -45,26 +46,14 @@ bool WaitFor(const std::function<bool()>& done) {
     return done();
 }
 
-CallEvent Put(std::string member, Text value, std::chrono::nanoseconds took = 180us) {
-    CallEvent event;
-    event.op = CallEvent::Op::Put;
-    event.member = std::move(member);
-    event.argument = Variant::OfText(std::move(value));
-    event.when = std::chrono::system_clock::now();
-    event.duration = took;
-    return event;
+CallEvent Put(std::string member, Text value) {
+    return testing::PutEvent(std::move(member), Variant::OfText(std::move(value)),
+                             {std::chrono::system_clock::now(), 180us});
 }
 
 CallEvent Call(std::string member, std::optional<Variant> argument, Text answer, bool byRef = false) {
-    CallEvent event;
-    event.op = CallEvent::Op::Call;
-    event.member = std::move(member);
-    event.argument = std::move(argument);
-    event.byRef = byRef;
-    event.result = Variant::OfText(std::move(answer));
-    event.when = std::chrono::system_clock::now();
-    event.duration = 2300us;
-    return event;
+    return testing::CallEventOf(std::move(member), std::move(argument), Variant::OfText(std::move(answer)), byRef,
+                                {std::chrono::system_clock::now(), 2300us});
 }
 
 // The console built as the program builds it, with the monitor listening
@@ -264,26 +253,6 @@ TEST_F(CallMonitorWindowTest, SearchSelectsTheNextMatchingRowAndPausesTheFollowi
     EXPECT_TRUE(Find<QToolButton>("CallMonitorFollow")->isChecked());
 }
 
-// Acts on the file dialog once it is up; closes anything else after a few
-// seconds so that a missing dialog fails instead of hanging.
-void WhenFileDialogShown(const std::function<void(QFileDialog*)>& act) {
-    auto* timer = new QTimer;
-    auto* waited = new int(0);
-    QObject::connect(timer, &QTimer::timeout, [timer, waited, act] {
-        if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
-            timer->stop();
-            act(dialog);
-        } else if (++*waited > 500) {
-            timer->stop();
-            ADD_FAILURE() << "no file dialog appeared";
-            if (QWidget* any = QApplication::activeModalWidget()) {
-                any->close();
-            }
-        }
-    });
-    timer->start(10);
-}
-
 TEST_F(CallMonitorWindowTest, ExportsTheShownRowsInTheTraceFormat) {
     Open();
     Feed({Put("Authorize", Text(u"Hose=0\r\n") + u'\0'),
@@ -293,7 +262,7 @@ TEST_F(CallMonitorWindowTest, ExportsTheShownRowsInTheTraceFormat) {
 
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("calls.jsonl"));
-    WhenFileDialogShown([&](QFileDialog* dialog) {
+    testing::WhenShown<QFileDialog>([&](QFileDialog* dialog) {
         dialog->selectFile(path);
         static_cast<QDialog*>(dialog)->accept();  // as the Save button does
     });
@@ -347,9 +316,8 @@ TEST_F(CallMonitorWindowTest, Picture) {
     server_->QueueAnswer("FuelingPositionInformation", Variant::OfText(u"FuelingPosition=07\r\nState=Idle\r\n"));
     QTest::mouseClick(app_->window().findChild<QWidget*>(QStringLiteral("Button7")), Qt::LeftButton);
     Open();
-    CallEvent failed = Call("CardQue", std::nullopt, u"");
-    failed.result.reset();
-    failed.error = RuntimeError(438, "Object doesn't support this property or method");
+    const CallEvent failed =
+        testing::FailedEvent(Call("CardQue", std::nullopt, u""), 438, "Object doesn't support this property or method");
     const Text key = Text(u"KeyData=123@R456A@789NYL0EHCe\n") + u'\0';
     std::vector<CallEvent> session = {
         Put("Authorize", kFillup),

@@ -1,6 +1,7 @@
 // The call monitor's rows, drawings, filter and limits, without any widget.
 #include "ui/call_monitor_model.h"
 
+#include "support/call_events.h"
 #include "support/test_support.h"
 
 #include <gtest/gtest.h>
@@ -14,6 +15,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using Column = CallMonitorModel::Column;
+using testing::FailedEvent;
 
 const Text kFillup = Text(u"FuelingPosition=07\r\nHose=0\r\nMOP=F\r\nLimit=999999\r\n") + u'\0';
 const std::string kNotSupported = "Object doesn't support this property or method";
@@ -22,43 +24,16 @@ const std::string kNotSupported = "Object doesn't support this property or metho
 const auto kWhen = std::chrono::system_clock::time_point() + 21h + 30min + 59s + 123ms;
 
 CallEvent Put(std::string member, Variant value, std::chrono::nanoseconds took = 42us) {
-    CallEvent event;
-    event.op = CallEvent::Op::Put;
-    event.member = std::move(member);
-    event.argument = std::move(value);
-    event.when = kWhen;
-    event.duration = took;
-    return event;
+    return testing::PutEvent(std::move(member), std::move(value), {kWhen, took});
 }
 
 CallEvent Call(std::string member, std::optional<Variant> argument, Variant result, bool byRef = false) {
-    CallEvent event;
-    event.op = CallEvent::Op::Call;
-    event.member = std::move(member);
-    event.argument = std::move(argument);
-    event.byRef = byRef;
-    event.result = std::move(result);
-    event.when = kWhen;
-    event.duration = 1500us;
-    return event;
-}
-
-CallEvent Failed(CallEvent event, int number, std::string description) {
-    event.result.reset();
-    event.error = RuntimeError(number, std::move(description));
-    return event;
+    return testing::CallEventOf(std::move(member), std::move(argument), std::move(result), byRef, {kWhen, 1500us});
 }
 
 CallEvent Box(CallEvent::Op op, Text text, Text title, Text answer,
               CallEvent::Buttons buttons = CallEvent::Buttons::Ok) {
-    CallEvent event;
-    event.op = op;
-    event.text = std::move(text);
-    event.title = std::move(title);
-    event.answer = std::move(answer);
-    event.buttons = buttons;
-    event.when = kWhen;
-    return event;
+    return testing::BoxEvent(op, std::move(text), std::move(title), std::move(answer), buttons, kWhen);
 }
 
 CallEvent Report() {
@@ -115,7 +90,7 @@ TEST_F(CallMonitorRows, ShowEveryKindOfEventAsTheTraceHasIt) {
          u"FuelingPositionInformation", u"call", u"i2 5", u"FuelingPosition=05«CR»«LF»", u"1.500 ms"},
         {Call("DispenserInformation", Variant::OfInt16(7), Variant::OfText(u"FP=07\n"), true), u"DispenserInformation",
          u"call byref", u"i2 7", u"FP=07«LF»", u"1.500 ms"},
-        {Failed(Call("CardQue", std::nullopt, Variant()), 438, kNotSupported), u"CardQue", u"call", u"",
+        {FailedEvent(Call("CardQue", std::nullopt, Variant()), 438, kNotSupported), u"CardQue", u"call", u"",
          u"error 438: Object doesn't support this property or method", u"1.500 ms"},
         {Call("ClearTopCardQue", std::nullopt, Variant()), u"ClearTopCardQue", u"call", u"", u"empty", u"1.500 ms"},
         {Put("TankMonitorStartReport", Variant::OfInt32(70000)), u"TankMonitorStartReport", u"put", u"i4 70000", u"",
@@ -127,7 +102,7 @@ TEST_F(CallMonitorRows, ShowEveryKindOfEventAsTheTraceHasIt) {
          u"WindowControl Select", u"msgbox yesno", u"Do you want Vantrel visible?", u"no", u""},
         {Box(CallEvent::Op::InputBox, u"Enter MOP (1, 2, F)", u"MOP Input", u""), u"MOP Input", u"inputbox",
          u"Enter MOP (1, 2, F)", u"(empty: cancel)", u""},
-        {Failed(Report(), 13, "Type mismatch"), u"", u"report", u"", u"error 13: Type mismatch", u""},
+        {FailedEvent(Report(), 13, "Type mismatch"), u"", u"report", u"", u"error 13: Type mismatch", u""},
     };
     for (std::size_t k = 0; k < cases.size(); ++k) {
         SCOPED_TRACE(k);
@@ -157,7 +132,7 @@ TEST_F(CallMonitorRows, CopyARowWithItsValuesAsEscapedLiterals) {
     Feed(model, {
                     Put("Authorize", Variant::OfText(kFillup)),
                     Call("DispenserInformation", Variant::OfInt16(7), Variant::OfText(u"FP=07\r\n\x1b"), true),
-                    Failed(Call("CardQue", std::nullopt, Variant()), 438, kNotSupported),
+                    FailedEvent(Call("CardQue", std::nullopt, Variant()), 438, kNotSupported),
                     Box(CallEvent::Op::MessageBox, u"Do you want Vantrel visible?", u"WindowControl Select", u"no",
                         CallEvent::Buttons::YesNo),
                     Box(CallEvent::Op::InputBox, u"Enter MOP (1, 2, F)", u"MOP Input", u""),
@@ -249,7 +224,7 @@ TEST(CallMonitorFilter, ShowsOnlyTheRowsOfAMemberOrWithAText) {
     Feed(model, {
                     Put("Authorize", Variant::OfText(kFillup)),
                     Call("CardQue", std::nullopt, Variant::OfText(u"Track2=;123=45?\r\n")),
-                    Failed(Call("CardQue", std::nullopt, Variant()), 438, kNotSupported),
+                    FailedEvent(Call("CardQue", std::nullopt, Variant()), 438, kNotSupported),
                     Call("FuelingPositionInformation", Variant::OfInt16(5), Variant::OfText(u"FP=05")),
                     Box(CallEvent::Op::InputBox, u"Enter MOP (1, 2, F)", u"MOP Input", u"F"),
                 });
