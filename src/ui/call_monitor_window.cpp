@@ -51,9 +51,8 @@ const char* HeaderOf(Column column) {
     return "";
 }
 
-QString FromAscii(const std::string& text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+// Our std::string texts are UTF-8.
+QString FromStd(const std::string& text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 }  // namespace
 
@@ -479,7 +478,7 @@ void CallMonitorWindow::CopyRows() {
         text += '\n';
     }
     if (!text.empty()) {
-        QApplication::clipboard()->setText(FromAscii(text));
+        QApplication::clipboard()->setText(FromStd(text));
     }
 }
 
@@ -511,7 +510,7 @@ bool CallMonitorWindow::ExportTo(const QString& path) {
         out.flush();
     }
     const bool written = static_cast<bool>(out);
-    message_ = written ? tr("%1 rows written to %2").arg(FromAscii(Grouped(model_.size())), path)
+    message_ = written ? tr("%1 rows written to %2").arg(FromStd(Grouped(model_.size())), path)
                        : tr("Cannot write %1").arg(path);
     UpdateStatus();
     return written;
@@ -553,7 +552,8 @@ void CallMonitorWindow::ShowDetail() {
     const QString header =
         QStringLiteral("#%1 %2 %3 \u2014 ")
             .arg(selectedNumber_)
-            .arg(FromAscii(MonitorKind(*selected_)), VisibleText(MonitorMember(*selected_), LineBreaks::None));
+            .arg(FromStd(MonitorKind(*selected_)),
+                 ToQString(SymbolText(MonitorMember(*selected_), SymbolLines::OneLine, CallMonitorModel::kCellLimit)));
     if (!part.present) {
         detail_->setText(header + tr("nothing sent or answered"));
         text_->clear();
@@ -568,9 +568,9 @@ void CallMonitorWindow::ShowDetail() {
         return;
     }
     const Text& value = *part.text;
-    QString summary = tr("%1: %2 characters").arg(which, FromAscii(Grouped(value.size())));
+    QString summary = tr("%1: %2 characters").arg(which, FromStd(Grouped(value.size())));
     if (value.size() > kDetailLimit) {
-        summary += tr(" (the text view draws the first %1, the hex view all)").arg(FromAscii(Grouped(kDetailLimit)));
+        summary += tr(" (the text view draws the first %1, the hex view all)").arg(FromStd(Grouped(kDetailLimit)));
     }
     detail_->setText(header + summary);
     text_->setPlainText(ToQString(SymbolText(value, SymbolLines::BreakAfterCrLf, kDetailLimit)));
@@ -589,7 +589,7 @@ void CallMonitorWindow::UpdateMembers() {
     member_->addItem(tr("All members"), QString());
     for (const std::string& name : members) {
         if (!name.empty()) {
-            member_->addItem(FromAscii(name), FromAscii(name));
+            member_->addItem(FromStd(name), FromStd(name));
         }
     }
     const int index = member_->findData(current);
@@ -603,14 +603,14 @@ void CallMonitorWindow::UpdateMembers() {
 }
 
 void CallMonitorWindow::UpdateStatus() {
-    QString text = tr("%1 events").arg(FromAscii(Grouped(model_.keptCount())));
+    QString text = tr("%1 events").arg(FromStd(Grouped(model_.keptCount())));
     if (model_.filtered()) {
-        text += tr(", %1 shown").arg(FromAscii(Grouped(model_.size())));
+        text += tr(", %1 shown").arg(FromStd(Grouped(model_.size())));
     }
     if (!follow_->isChecked()) {
         text += tr("  \u00B7  auto-scroll paused");
         if (newWhilePaused_ > 0) {
-            text += tr(", %1 new below").arg(FromAscii(Grouped(newWhilePaused_)));
+            text += tr(", %1 new below").arg(FromStd(Grouped(newWhilePaused_)));
         }
     }
     if (!message_.isEmpty()) {
@@ -621,8 +621,8 @@ void CallMonitorWindow::UpdateStatus() {
     dropped_->setVisible(dropped > 0);
     if (dropped > 0) {
         dropped_->setText(tr("%1 older events dropped: the monitor keeps the newest %2 events and %3 characters")
-                              .arg(FromAscii(Grouped(dropped)), FromAscii(Grouped(model_.limits().rows)),
-                                   FromAscii(Grouped(model_.limits().characters))));
+                              .arg(FromStd(Grouped(dropped)), FromStd(Grouped(model_.limits().rows)),
+                                   FromStd(Grouped(model_.limits().characters))));
     }
 }
 
