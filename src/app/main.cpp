@@ -4,6 +4,7 @@
 #include "server/server_calls.h"
 #include "server/trace_json.h"
 #include "simulator/simulator.h"
+#include "ui/call_monitor_window.h"
 #if defined(_WIN32)
 #include "server/com_automation.h"
 #endif
@@ -157,6 +158,9 @@ int main(int argc, char* argv[]) {
     vantrel::ConsoleOptions consoleOptions;
     consoleOptions.runTimers = !options.script;
     vantrel::ConsoleApp console(servers, events, prompter, report, consoleOptions);
+    // Listens before the load, so the monitor has the whole session, the
+    // creation of the server included, whenever it is opened.
+    vantrel::CallMonitor monitor(events, console.window());
 
     try {
         console.Load();
