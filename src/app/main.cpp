@@ -4,6 +4,10 @@
 #include "server/server_calls.h"
 #include "server/trace_json.h"
 #include "simulator/simulator.h"
+#include "ui/call_monitor_window.h"
+#if defined(_WIN32)
+#include "server/com_automation.h"
+#endif
 #include "ui/console_window.h"
 #include "ui/qt_ports.h"
 #include "ui/script_runner.h"
@@ -39,8 +43,11 @@ constexpr const char* kHelp =
     "  --help          show this text\n"
     "  --version       show the version\n"
     "\n"
-    "Without a COM server on this platform the built-in simulator stands in;\n"
-    "VANTREL_NO_SIMULATOR=1 leaves it out (the console then cannot start).\n";
+    "On Windows the console drives the COM server registered as\n"
+    "\"Vantrel.Application\"; elsewhere, and with --simulator, the built-in\n"
+    "simulator stands in. VANTREL_NO_SIMULATOR=1 leaves the simulator out\n"
+    "where no --simulator is given (the console then cannot start without a\n"
+    "server).\n";
 
 struct Options {
     bool simulator = false;
@@ -130,8 +137,13 @@ int main(int argc, char* argv[]) {
     // console does on a machine where the server is not installed.
     vantrel::ServerRegistry servers;
     vantrel::Simulator* simulator = nullptr;
+#if defined(_WIN32)
+    if (!options.simulator) {
+        vantrel::RegisterComServer(servers, std::string(vantrel::kServerProgId));
+    }
+#endif
     const bool noSimulator = qEnvironmentVariable("VANTREL_NO_SIMULATOR") == QLatin1String("1");
-    if (!noSimulator || options.simulator) {
+    if (!servers.Has(vantrel::kServerProgId) && (!noSimulator || options.simulator)) {
         // Script mode runs it on a clock that only "server time" lines move.
         const bool manualClock = options.script.has_value();
         servers.Register(std::string(vantrel::kServerProgId), [&simulator, manualClock] {
@@ -152,6 +164,9 @@ int main(int argc, char* argv[]) {
     vantrel::ConsoleOptions consoleOptions;
     consoleOptions.runTimers = !options.script;
     vantrel::ConsoleApp console(servers, events, prompter, report, consoleOptions);
+    // Listens before the load, so the monitor has the whole session, the
+    // creation of the server included, whenever it is opened.
+    vantrel::CallMonitor monitor(events, console.window());
 
     try {
         console.Load();

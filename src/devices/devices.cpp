@@ -10,11 +10,7 @@ void AddDevicesControls(std::vector<Control>& controls) {
 }
 
 FormDescription OtherDevicesForm() {
-    FormDescription form;
-    form.name = kOtherDevicesForm;
-    form.caption = u"OTHER DEVICES";
-    form.clientWidth = 10920;
-    form.clientHeight = 6480;
+    FormDescription form = MakeForm(kOtherDevicesForm, u"OTHER DEVICES", 10920, 6480);
     form.load = LoadOtherDevices;
 
     std::vector<Control>& c = form.controls;

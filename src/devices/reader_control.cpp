@@ -1,6 +1,7 @@
 #include "device_commands.h"
 
 #include "console/console.h"
+#include "server/packet_block.h"
 #include "server/command_block.h"
 
 namespace vantrel {
@@ -24,12 +25,8 @@ void PacketPrintBarCode(Console& console) {
     const Text job = Text(u"<PrinterCommand><PrintCommand SequenceNumber=\"0\">") +
                      u"<PrintBarCode Characters=\"73513537\" Symbology=\"EAN_8\"/>" + u"<CutPaper/>" +
                      u"</PrintCommand></PrinterCommand>";
-    const auto count = static_cast<std::int16_t>(job.size());
-    CommandBlock block;
-    block.AddLine(u"ReaderPosition=" + console.SelectedPositionText)
-        .AddLine(u"PacketCount=" + ZeroPad(count, 3))
-        .AddLine(u"PacketData=" + job)
-        .Terminate();
+    CommandBlock block = PacketBlock(console.SelectedPositionText, job);
+    block.Append(kCrLf).Terminate();
     // The one command of the window that goes through the shared value.
     console.CommandData = Variant::OfText(block.Text());
     console.KRM().Put("PacketQueOutput", console.CommandData);

@@ -4,26 +4,16 @@
 
 namespace vantrel {
 
-// FIXME: both windows' controls and the console's buttons come with their
-// own change.
-void AddGraphicsControls(std::vector<Control>&) {}
-
-FormDescription GraphicsDisplayForm() {
-    FormDescription form;
-    form.name = "GraphicsDisplay";
-    form.caption = u"Graphics Display";
-    form.clientWidth = 5520;
-    form.clientHeight = 3810;
-    return form;
-}
-
-FormDescription TestFunctionForm() {
-    FormDescription form;
-    form.name = "TestFunctionForm";
-    form.caption = u"Test Functions";
-    form.clientWidth = 4680;
-    form.clientHeight = 3195;
-    return form;
+void AddGraphicsControls(std::vector<Control>& controls) {
+    // Each window is one instance for the run: the console loads it on the
+    // first showing and shows the same one again later.
+    controls.push_back(CommandButton("InfoDisplay", u"Info Disp", 2160, 4800, 1575, 375, [](Console& console) {
+                           console.ShowModal(kGraphicsDisplayForm);
+                       }).Graphical(0x00FFFF00));
+    controls.push_back(
+        CommandButton("TEST_FUNCTION_BUTTON", u"Test Functions", 360, 3000, 1335, 375, [](Console& console) {
+            console.ShowModal(kTestFunctionForm);
+        }).Graphical(0x0000FFFF));
 }
 
 }  // namespace vantrel

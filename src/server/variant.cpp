@@ -2,6 +2,7 @@
 
 #include "runtime_error.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -165,7 +166,18 @@ bool ParseNumber(TextView text, double& result) {
     if (i != body.size()) {
         return false;
     }
-    result = std::strtod(ascii.c_str(), nullptr);
+    // from_chars ignores the process locale, which Qt sets from the user's
+    // environment: "2.5" must read as two and a half under any locale.
+    const bool negative = !ascii.empty() && ascii[0] == '-';
+    const std::size_t skip = !ascii.empty() && (ascii[0] == '-' || ascii[0] == '+') ? 1 : 0;
+    double magnitude = 0;
+    const auto [stop, status] = std::from_chars(ascii.data() + skip, ascii.data() + ascii.size(), magnitude);
+    if (status == std::errc::result_out_of_range) {
+        magnitude = HUGE_VAL;  // far outside every range the console converts to
+    } else if (status != std::errc() || stop != ascii.data() + ascii.size()) {
+        return false;
+    }
+    result = negative ? -magnitude : magnitude;
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "simulator/answer_text.h"
 
 #include <algorithm>
+#include <cctype>
 
 namespace vantrel {
 
@@ -26,6 +27,22 @@ bool Simulator::Knows(std::string_view member) const { return FindMember(member)
 std::optional<Simulator::Style> Simulator::StyleOf(std::string_view member) const {
     const auto id = FindMember(member);
     return id ? std::optional<Style>(Info(*id).style) : std::nullopt;
+}
+
+std::vector<std::pair<std::string, Simulator::Style>> Simulator::Members() const {
+    std::vector<std::pair<std::string, Style>> members;
+    for (std::size_t i = 0; i < simulation::kMemberCount; ++i) {
+        const simulation::MemberInfo& info = Info(static_cast<MemberId>(i));
+        members.emplace_back(std::string(info.name), info.style);
+    }
+    const auto lower = [](std::string name) {
+        std::transform(name.begin(), name.end(), name.begin(),
+                       [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+        return name;
+    };
+    std::sort(members.begin(), members.end(),
+              [&](const auto& a, const auto& b) { return lower(a.first) < lower(b.first); });
+    return members;
 }
 
 void Simulator::QueueAnswer(std::string_view member, Variant answer) {
@@ -109,11 +126,15 @@ void Simulator::Remember(MemberId member, const Variant& value) {
     Assignment& slot = recent_[recentCount_ % kRecent];
     ++recentCount_;
     slot.member = member;
-    if (value.is(Variant::Kind::Text)) {
-        slot.value.assign(value.text());  // reuses the slot's storage
-    } else {
-        slot.value = value.is(Variant::Kind::Null) ? Text(u"Null") : ToText(value);
+    slot.value = value;  // a text into a text reuses the slot's storage
+}
+
+std::optional<std::pair<std::string, Variant>> Simulator::LastAssignment() const {
+    if (recentCount_ == 0) {
+        return std::nullopt;
     }
+    const Assignment& slot = recent_[(recentCount_ - 1) % kRecent];
+    return std::make_pair(std::string(Info(slot.member).name), slot.value);
 }
 
 std::vector<std::pair<std::string, Text>> Simulator::RecentAssignments() const {
@@ -121,7 +142,8 @@ std::vector<std::pair<std::string, Text>> Simulator::RecentAssignments() const {
     const std::size_t count = std::min(recentCount_, kRecent);
     for (std::size_t i = 1; i <= count; ++i) {
         const Assignment& slot = recent_[(recentCount_ - i) % kRecent];
-        recent.emplace_back(std::string(Info(slot.member).name), simulation::OneLine(slot.value, 200));
+        const Text value = slot.value.is(Variant::Kind::Null) ? Text(u"Null") : ToText(slot.value);
+        recent.emplace_back(std::string(Info(slot.member).name), simulation::OneLine(value, 200));
     }
     return recent;
 }

@@ -68,6 +68,13 @@ public:
     // The newest assignments first: member and value as one readable line.
     std::vector<std::pair<std::string, Text>> RecentAssignments() const;
 
+    // Every member it knows and how it is invoked, ordered by name regardless
+    // of case: the name table of its dispatch interface.
+    std::vector<std::pair<std::string, Style>> Members() const;
+    // The newest assignment as it came, member and value; nothing before the
+    // first.
+    std::optional<std::pair<std::string, Variant>> LastAssignment() const;
+
 private:
     using MemberId = simulation::MemberId;
 
@@ -92,7 +99,7 @@ private:
 
     struct Assignment {
         MemberId member = MemberId::Authorize;
-        Text value;
+        Variant value;
     };
     static constexpr std::size_t kRecent = 16;
     std::array<Assignment, kRecent> recent_;

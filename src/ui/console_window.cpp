@@ -1,6 +1,7 @@
 #include "console_window.h"
 
 #include "console/console_form.h"
+#include "console/setup_dialogs.h"
 #include "console/traced_prompter.h"
 #include "ui/visible_text.h"
 
@@ -13,10 +14,19 @@ ConsoleWindow::ConsoleWindow(Console& console, EventDispatcher dispatch) {
     const FormDescription& description = console.Description(kConsoleForm);
     setObjectName(QStringLiteral("VantrelTestWindow"));
     setWindowTitle(ToQString(description.caption));
-    view_ = new FormView(description, console.Window(), std::move(dispatch), this);
+    view_ = new FormView(description, console.Window(), dispatch, this);
     setCentralWidget(view_);
     tools_ = menuBar()->addMenu(tr("&Tools"));
     tools_->setObjectName(QStringLiteral("ToolsMenu"));
+    // The set-up dialogs have no button on the console; the menu reaches them
+    // without moving a control.
+    setup_ = menuBar()->addMenu(tr("&Set-up"));
+    setup_->setObjectName(QStringLiteral("SetupMenu"));
+    for (const MenuEntry& entry : SetupMenu()) {
+        QAction* action = setup_->addAction(ToQString(entry.caption));
+        action->setObjectName(QString::fromStdString(entry.name));
+        connect(action, &QAction::triggered, this, [dispatch, handler = entry.action] { dispatch(handler); });
+    }
     // The menu bar's height comes on top of the fixed client area.
     setFixedSize(view_->width(), view_->height() + menuBar()->sizeHint().height());
 }

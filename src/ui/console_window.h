@@ -25,10 +25,12 @@ public:
 
     FormView& view() { return *view_; }
     QMenu& toolsMenu() { return *tools_; }
+    QMenu& setupMenu() { return *setup_; }
 
 private:
     FormView* view_ = nullptr;
     QMenu* tools_ = nullptr;
+    QMenu* setup_ = nullptr;
 };
 
 struct ConsoleOptions {

@@ -58,8 +58,8 @@ FormView::FormView(const FormDescription& description, FormState& state, EventDi
     // The layouts were drawn for a narrow 8-point sans serif font, about 11
     // pixels; wider faces would wrap captions that fit in the original.
     QFont small = font();
-    small.setFamilies({QStringLiteral("MS Sans Serif"), QStringLiteral("DejaVu Sans Condensed"),
-                       QStringLiteral("Sans Serif")});
+    small.setFamilies(
+        {QStringLiteral("MS Sans Serif"), QStringLiteral("DejaVu Sans Condensed"), QStringLiteral("Sans Serif")});
     small.setPixelSize(11);
     setFont(small);
     if (description.backColor) {

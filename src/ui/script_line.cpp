@@ -365,20 +365,20 @@ ParsedLine ParseScriptLine(std::string_view line) {
         command.file = tokens[2].quoted ? ToUtf8(tokens[2].text) : tokens[2].word;
         return command;
     }
+    if (verb == "menu") {
+        if (tokens.size() != 3 || !quoted(1) || !quoted(2)) {
+            return Usage(verb, "\"MENU\" \"ENTRY\"");
+        }
+        command.verb = ScriptCommand::Verb::Menu;
+        command.name = ToUtf8(tokens[1].text);
+        command.text = tokens[2].text;
+        return command;
+    }
     if (verb == "server") {
         return ParseServerLine(tokens);
     }
     if (verb == "forecourt") {
         return ParseForecourtLine(tokens);
-    }
-    if (verb == "menu") {
-        if (tokens.size() != 3 || !word(1)) {
-            return Usage(verb, "MENU ENTRY (the entry as a word or \"text\")");
-        }
-        command.verb = ScriptCommand::Verb::Menu;
-        command.name = tokens[1].word;
-        command.text = tokens[2].quoted ? tokens[2].text : FromUtf8(tokens[2].word);
-        return command;
     }
     return ScriptError{"unknown command '" + verb + "'"};
 }

@@ -22,6 +22,7 @@ struct ScriptCommand {
         Expect,
         Print,
         Shot,
+        Menu,
         ServerAnswerText,
         ServerAnswerNumber,
         ServerAnswerHuge,  // number: the length of the text
@@ -29,7 +30,6 @@ struct ScriptCommand {
         ServerDelay,  // number: milliseconds
         ServerTime,   // number: milliseconds to move the simulator's clock on
         ServerAuto,   // number: 1 on, 0 off
-        Menu,         // name: the menu, text: the entry
         ForecourtLift,
         ForecourtHang,
         ForecourtCard,
@@ -47,8 +47,8 @@ struct ScriptCommand {
     };
 
     Verb verb = Verb::Click;
-    std::string name;  // control (NAME or Form.NAME), window, or member
-    Text text;         // typed, expected or answered text; error description
+    std::string name;  // control (NAME or Form.NAME), window, member, or menu
+    Text text;         // typed, expected or answered text; error description; menu entry
     Reply reply = Reply::Text;
     int count = 1;            // tick N; ticks fired while the box is up for answer
     std::int64_t number = 0;  // server answer number / error number

@@ -111,6 +111,7 @@ void ScriptRunner::Execute(const ScriptCommand& command) {
     case Verb::Click: Click(command.name, false); break;
     case Verb::DblClick: Click(command.name, true); break;
     case Verb::Type: Type(command.name, command.text); break;
+    case Verb::Menu: Menu(command.name, command.text); break;
     case Verb::Answer: prompter_.Queue(command); break;
     case Verb::Tick: Tick(command.count); break;
     case Verb::Expect: {
@@ -135,7 +136,6 @@ void ScriptRunner::Execute(const ScriptCommand& command) {
         }
         break;
     }
-    case Verb::Menu: Menu(command.name, command.text); break;
     case Verb::ServerAnswerText:
     case Verb::ServerAnswerNumber:
     case Verb::ServerAnswerHuge:
@@ -164,25 +164,6 @@ QWidget* ScriptRunner::Window(const std::string& name) {
         }
     }
     return nullptr;
-}
-
-void ScriptRunner::Menu(const std::string& menu, const Text& entry) {
-    const auto plain = [](QString text) { return text.remove(QLatin1Char('&')).remove(QStringLiteral("...")); };
-    for (QAction* action : app_.window().menuBar()->actions()) {
-        if (!action->menu() || plain(action->text()) != QString::fromStdString(menu)) {
-            continue;
-        }
-        for (QAction* item : action->menu()->actions()) {
-            if (plain(item->text()) == ToQString(entry)) {
-                if (!item->isEnabled()) {
-                    Fail("the menu entry " + menu + " > " + ToUtf8(entry) + " cannot be chosen now");
-                }
-                item->trigger();
-                return;
-            }
-        }
-    }
-    Fail("no menu entry " + menu + " > " + ToUtf8(entry));
 }
 
 void ScriptRunner::Server(const ScriptCommand& command) {
@@ -302,6 +283,26 @@ void ScriptRunner::Type(const std::string& name, const Text& text) {
     Activate(box->window());
     box->setFocus(Qt::OtherFocusReason);
     box->setText(ToQString(text));
+}
+
+void ScriptRunner::Menu(const std::string& menu, const Text& entry) {
+    if (&app_.ActiveView() != &app_.window().view()) {
+        Fail("the console's menu cannot be used while " + app_.ActiveView().description().name + " is shown");
+    }
+    // Entries are named as they read, without the access-key "&".
+    const auto plain = [](QString text) { return text.remove(QLatin1Char('&')); };
+    for (QAction* top : app_.window().menuBar()->actions()) {
+        if (!top->menu() || plain(top->text()) != QString::fromStdString(menu)) {
+            continue;
+        }
+        for (QAction* action : top->menu()->actions()) {
+            if (plain(action->text()) == ToQString(entry) && action->isEnabled()) {
+                action->trigger();
+                return;
+            }
+        }
+    }
+    Fail("no menu entry \"" + menu + "\" \"" + ToUtf8(entry) + "\" on the console");
 }
 
 const Text& ScriptRunner::TextOf(const std::string& name) {

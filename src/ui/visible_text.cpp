@@ -1,5 +1,7 @@
 #include "visible_text.h"
 
+#include "ui/control_names.h"
+
 namespace vantrel {
 
 QString ToQString(TextView text) {
@@ -18,14 +20,16 @@ QString VisibleText(TextView text, LineBreaks breaks) {
         if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n' && breaks == LineBreaks::AtCrLf) {
             out.append(QChar(u'\n'));
             ++i;
-        } else if (c < 0x20) {
-            // The control pictures block: U+2400 + code.
-            out.append(QChar(static_cast<char16_t>(0x2400 + c)));
+        } else if (c < 0x20 || c == 0x7F) {
+            // The character's name in guillemets: «NUL», «ESC», a lone «CR».
+            // Fonts rarely carry the control picture symbols.
+            out.append(QChar(kNameOpen));
+            const std::string_view name = ControlName(c);
+            out.append(QLatin1String(name.data(), static_cast<qsizetype>(name.size())));
+            out.append(QChar(kNameClose));
             if (c == u'\n' && breaks == LineBreaks::AtCrLf) {
                 out.append(QChar(u'\n'));
             }
-        } else if (c == 0x7F) {
-            out.append(QChar(u'\u2421'));
         } else {
             out.append(QChar(c));
         }

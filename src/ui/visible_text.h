@@ -11,9 +11,9 @@ enum class LineBreaks {
     None,    // single-line boxes
 };
 
-// How a box shows an exact text: control characters as visible symbols
-// (NUL, ESC, SUB, ETX, a lone CR or LF ...), so the technician sees what was
-// sent. The text itself is never changed.
+// How a box shows an exact text: control characters by their names in
+// guillemets («NUL», «ESC», «SUB», «ETX», a lone «CR» or «LF» ...), so the
+// technician sees what was sent. The text itself is never changed.
 QString VisibleText(TextView text, LineBreaks breaks);
 
 QString ToQString(TextView text);

@@ -130,7 +130,7 @@ TEST(SimulatorScript, MistakesInSimulatorLinesExitWithTwoNamingTheLine) {
              Case{"\nforecourt lift 40 hose 1\n", "script.vts:2: usage: forecourt lift P hose H"},
              Case{"server answer Authorize \"x\"\n", "Authorize is assigned and answers nothing"},
              Case{"server delay NoSuchMember 5\n", "the simulator has no member NoSuchMember"},
-             Case{"menu Tools Nothing\n", "no menu entry Tools > Nothing"},
+             Case{"menu \"Tools\" \"Nothing\"\n", "no menu entry \"Tools\" \"Nothing\" on the console"},
          }) {
         const ScriptRun run = RunConsole(c.script);
         EXPECT_EQ(2, run.exitCode) << c.script;
@@ -142,7 +142,7 @@ TEST(SimulatorScript, TheToolsMenuOpensTheSimulatorWindow) {
     const ScriptRun empty = RunConsole("");
     const std::string picture = empty.directory + "/simulator.png";
     const ScriptRun run =
-        RunConsole("forecourt lift 3 hose 1\nmenu Tools Simulator\nshot Simulator \"" + picture + "\"\n");
+        RunConsole("forecourt lift 3 hose 1\nmenu \"Tools\" \"Simulator...\"\nshot Simulator \"" + picture + "\"\n");
     ASSERT_EQ(0, run.exitCode) << run.err;
     EXPECT_GT(std::filesystem::file_size(picture), 1000u);
     // Shown only through the menu.

@@ -93,8 +93,8 @@ TEST_F(ConsoleWindowTest, ADoubleClickAsksAgain) {
 
 TEST_F(ConsoleWindowTest, ControlCharactersAreDrawnAsSymbols) {
     app_->console().SetDataBox(Text(u"A\0\x1b\n\r\nB", 7));
-    EXPECT_EQ(QString::fromUtf8("A\u2400\u241b\u240a\n\nB"), Find<QPlainTextEdit>("InBox")->toPlainText());
-    EXPECT_EQ(QString::fromUtf8("A\u2400"), VisibleText(Text(u"A\0", 2), LineBreaks::None));
+    EXPECT_EQ(QString::fromUtf8("A«NUL»«ESC»«LF»\n\nB"), Find<QPlainTextEdit>("InBox")->toPlainText());
+    EXPECT_EQ(QString::fromUtf8("A«NUL»«CR»"), VisibleText(Text(u"A\0\r", 3), LineBreaks::None));
 }
 
 TEST_F(ConsoleWindowTest, AServerErrorOnFocusGoesToTheReport) {

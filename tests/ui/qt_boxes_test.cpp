@@ -1,6 +1,7 @@
 // The real Qt message and input boxes behind the console's prompter, driven
 // as a person would: the box opens modally and is answered by its buttons.
 #include "server/text.h"
+#include "support/qt_modal.h"
 #include "ui/qt_ports.h"
 
 #include <gtest/gtest.h>
@@ -11,34 +12,11 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTimer>
-
-#include <functional>
 
 namespace vantrel {
 namespace {
 
-// Acts once on the first modal widget of the given type, polling as a person
-// would wait for the box to appear; gives up after a few seconds so that a
-// missing box fails the test instead of hanging it.
-template <typename Box>
-void WhenShown(std::function<void(Box*)> act) {
-    auto* timer = new QTimer;
-    auto* waited = new int(0);
-    QObject::connect(timer, &QTimer::timeout, [timer, waited, act] {
-        if (auto* box = qobject_cast<Box*>(QApplication::activeModalWidget())) {
-            timer->stop();
-            act(box);
-        } else if (++*waited > 500) {
-            timer->stop();
-            ADD_FAILURE() << "no box appeared";
-            if (QWidget* any = QApplication::activeModalWidget()) {
-                any->close();
-            }
-        }
-    });
-    timer->start(10);
-}
+using testing::WhenShown;
 
 TEST(QtBoxes, AnInputBoxReturnsTheTypedTextExactlyAndCancelGivesEmpty) {
     QtPrompter prompter;
@@ -74,7 +52,7 @@ TEST(QtBoxes, AMessageBoxShowsControlCharactersVisibly) {
     WhenShown<QMessageBox>([](QMessageBox* box) {
         EXPECT_EQ(QStringLiteral("VantrelTest"), box->windowTitle());
         EXPECT_EQ(QMessageBox::Ok, box->standardButtons());
-        EXPECT_EQ(QString::fromUtf8("Hose=0\n\u2400"), box->text());
+        EXPECT_EQ(QString::fromUtf8("Hose=0\n«NUL»"), box->text());
         box->button(QMessageBox::Ok)->click();
     });
     prompter.Message(Text(u"Hose=0\r\n\0", 9), u"VantrelTest");

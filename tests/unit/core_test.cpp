@@ -8,6 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
+#include <string>
+
 namespace vantrel {
 namespace {
 
@@ -61,6 +64,19 @@ TEST(Conversions, ToInt16FollowsThePlatformRules) {
     EXPECT_EQ(2, ToInt16(Variant::OfDouble(2.5)));
 }
 
+TEST(Conversions, NumbersReadTheSameUnderAnyLocale) {
+    // Qt adopts the user's locale; a comma-decimal one must not change what
+    // an answer means.
+    const char* previous = std::setlocale(LC_NUMERIC, nullptr);
+    const std::string saved = previous ? previous : "C";
+    if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr && std::setlocale(LC_NUMERIC, "fr_FR.UTF-8") == nullptr) {
+        GTEST_SKIP() << "no comma-decimal locale on this machine";
+    }
+    EXPECT_EQ(2, ToInt16(Variant::OfText(u"2.5")));
+    EXPECT_EQ(4, ToInt16(Variant::OfText(u"3.5")));
+    std::setlocale(LC_NUMERIC, saved.c_str());
+}
+
 TEST(Conversions, FailuresCarryThePlatformErrorNumbers) {
     const auto number = [](const Variant& value) {
         try {
@@ -79,6 +95,7 @@ TEST(Conversions, FailuresCarryThePlatformErrorNumbers) {
     EXPECT_EQ(6, number(Variant::OfText(u"-32769")));
     EXPECT_EQ(-32768, ToInt16(Variant::OfText(u"-32768.5")));  // the even neighbour is in range
     EXPECT_EQ(6, number(Variant::OfInt32(70000)));
+    EXPECT_EQ(6, number(Variant::OfText(u"1E400")));
     EXPECT_EQ(94, number(Variant::Null()));
     EXPECT_EQ(-32768, ToInt16(Variant::OfText(u"-32767.5")));  // rounds to even, inside the range
 }

@@ -52,9 +52,7 @@ INSTANTIATE_TEST_SUITE_P(
                            u"", 16777216, 0, 0},
                       Good{"server delay CardQue 1500", Verb::ServerDelay, "CardQue", u"", 1500, 0, 0},
                       Good{"server auto on", Verb::ServerAuto, "", u"", 1, 0, 0},
-                      Good{"server auto off", Verb::ServerAuto, "", u"", 0, 0, 0},
-                      Good{"menu Tools Simulator", Verb::Menu, "Tools", u"Simulator", 0, 0, 0},
-                      Good{"menu Tools \"Call monitor\"", Verb::Menu, "Tools", u"Call monitor", 0, 0, 0}));
+                      Good{"server auto off", Verb::ServerAuto, "", u"", 0, 0, 0}));
 
 struct Bad {
     const char* line;
@@ -83,7 +81,7 @@ INSTANTIATE_TEST_SUITE_P(
                       Bad{"server delay CardQue", "usage: server delay MEMBER MS"},
                       Bad{"server delay CardQue 600001", "usage: server delay"},
                       Bad{"server auto maybe", "usage: server auto on|off"},
-                      Bad{"server reboot", "usage: server answer"}, Bad{"menu Tools", "usage: menu MENU ENTRY"}));
+                      Bad{"server reboot", "usage: server answer"}));
 
 TEST(EscapedText, ResolvesTheEscapesOfAQuotedTextWithoutTheQuotes) {
     const auto parsed = ParseEscapedText("C\\x10\\x07 \"quoted\" \\r\\n\\0");

@@ -1,0 +1,30 @@
+#include "packet_queues.h"
+
+#include "console/console.h"
+#include "queues/packet_view.h"
+#include "server/packet_block.h"
+
+namespace vantrel {
+
+void PacketOut(Console& console) {
+    console.SetFunctionBox(u"<Object>.PacketQueOutput = (data)");
+    // "C", then the characters 16 and 7.
+    CommandBlock block = PacketBlock(console.SelectedPositionText, u"C\x10\x07");
+    block.Append(kCrLf).Terminate();
+    console.CommandData = Variant::OfText(block.Text());
+    console.KRM().Put("PacketQueOutput", console.CommandData);
+    console.SetDataBox(block.Text());
+}
+
+void PacketQue(Console& console) {
+    console.SetFunctionBox(u"(data)=<Object>.PacketQueInput");
+    PacketView view = ViewPacketInput(ToText(console.KRM().Call("PacketQueInput")));
+    // The box is written once with everything made so far; an error then ends
+    // the console with that text on show.
+    console.SetDataBox(std::move(view.text));
+    if (view.error) {
+        throw *view.error;
+    }
+}
+
+}  // namespace vantrel

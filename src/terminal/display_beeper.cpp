@@ -1,0 +1,37 @@
+// The terminal's display and beeper.
+
+#include "console/console.h"
+#include "server/command_block.h"
+#include "terminal/terminal_commands.h"
+
+namespace vantrel {
+
+namespace {
+
+// A two-line message: the line after "Message=" has no key on purpose, it is
+// the message's second line.
+void SendDisplayMessage(Console& console, TextView messageLine) {
+    console.SetFunctionBox(u"<Object>.DispData = (data)");
+    CommandBlock block;
+    block.AddLine(ReaderPositionLine(console)).AddLine(messageLine).AddLine(u"Line 2 Displayed").Terminate();
+    AssignThroughCommandData(console, "DisplayData", block.Text());
+    console.SetDataBox(block.Text());
+}
+
+}  // namespace
+
+void DisplayClick(Console& console) { SendDisplayMessage(console, u"Message=Display Msg 1"); }
+
+void Display2Click(Console& console) { SendDisplayMessage(console, u"Message=Display Msg 2"); }
+
+void BeeperClick(Console& console) {
+    console.SetFunctionBox(u"<Object>.BeepData = (data)");
+    // The beeper takes LF alone, no CR, and its block does not pass through
+    // CommandData.
+    CommandBlock block;
+    block.AddLineLf(ReaderPositionLine(console)).AddLineLf(u"BeepCounts=03").Terminate();
+    console.KRM().Put("BeeperControl", Variant::OfText(block.Text()));
+    console.SetDataBox(u" ");
+}
+
+}  // namespace vantrel

@@ -1,0 +1,15 @@
+// The one query among the terminal commands.
+
+#include "console/console.h"
+#include "terminal/terminal_commands.h"
+
+namespace vantrel {
+
+void ReaderInfoClick(Console& console) {
+    console.SetFunctionBox(u"(return data)=<Object>.ReaderInformation (passed data)");
+    // The selected number by reference, never the two-digit text, which the
+    // bar-code print may have forced to "01".
+    console.SetDataBox(ToText(console.KRM().CallByRef("ReaderInformation", console.SelectedPosition)));
+}
+
+}  // namespace vantrel

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "ui/call_monitor_model.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+
+class QAction;
+class QButtonGroup;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QListView;
+class QPlainTextEdit;
+class QTableView;
+class QTimer;
+class QToolButton;
+
+namespace vantrel {
+
+class ConsoleWindow;
+class HexLinesModel;
+class MonitorTableModel;
+
+// The "Call monitor" window: every event of the session as a row, and the
+// selected row's text with visible control characters beside its hex lines.
+// It is not modal: the technician keeps clicking commands while it is open.
+class CallMonitorWindow final : public QWidget {
+    Q_OBJECT
+
+public:
+    // How often the events queued by the feed are taken into the table.
+    static constexpr int kFlushMilliseconds = 100;
+    // Characters of the selected value drawn in the text view; the hex view
+    // has them all. A text view lays out a line without breaks whole, so
+    // more would make selecting a large answer slow.
+    static constexpr std::size_t kDetailLimit = 16 * 1024;
+
+    CallMonitorWindow(CallMonitorFeed& feed, MonitorLimits limits, QWidget* owner);
+    ~CallMonitorWindow() override;
+    Q_DISABLE_COPY_MOVE(CallMonitorWindow)
+
+    // Takes the queued events into the table now; the timer calls it while
+    // the window is shown.
+    void Flush();
+    // Writes the shown rows in the trace format; false (and a message in
+    // the status line) when the file cannot be written.
+    bool ExportTo(const QString& path);
+
+    const CallMonitorModel& model() const { return model_; }
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void BuildToolBar(QWidget* bar);
+    void ApplyFilter();
+    void Find(CallMonitorModel::Direction direction);
+    void CopyRows();
+    void Clear();
+    void AskExport();
+    void SelectionChanged();
+    void ShowDetail();
+    void ScrollValueChanged(int value);
+    void SetFollowing(bool following);
+    void UpdateMembers();
+    void UpdateStatus();
+
+    CallMonitorFeed& feed_;
+    CallMonitorModel model_;
+    MonitorTableModel* tableModel_ = nullptr;
+    HexLinesModel* hexModel_ = nullptr;
+
+    QComboBox* member_ = nullptr;
+    QLineEdit* filter_ = nullptr;
+    QLineEdit* find_ = nullptr;
+    QToolButton* follow_ = nullptr;
+    QTableView* table_ = nullptr;
+    QButtonGroup* part_ = nullptr;
+    QLabel* detail_ = nullptr;
+    QPlainTextEdit* text_ = nullptr;
+    QListView* hex_ = nullptr;
+    QLabel* status_ = nullptr;
+    QLabel* dropped_ = nullptr;
+    QTimer* timer_ = nullptr;
+
+    EventPointer selected_;
+    std::uint64_t selectedNumber_ = 0;
+    std::size_t newWhilePaused_ = 0;
+    bool scrolling_ = false;  // the window itself moves the table
+    QString message_;         // the last search or export result
+};
+
+// The monitor as the console has it from start-up: a listener on the hub of
+// call events (so that the window, opened later, shows the whole session),
+// and the menu entry "Call monitor" (Ctrl+M) under Tools that opens it.
+class CallMonitor final : public QObject {
+    Q_OBJECT
+
+public:
+    CallMonitor(CallEvents& events, ConsoleWindow& console, MonitorLimits limits = {});
+    ~CallMonitor() override;
+    Q_DISABLE_COPY_MOVE(CallMonitor)
+
+    QAction& action() { return *action_; }
+    // Made on first use and kept; shown and raised every time.
+    CallMonitorWindow& Open();
+    CallMonitorWindow* window() const { return window_; }
+
+private:
+    CallEvents& events_;
+    CallMonitorFeed feed_;
+    MonitorLimits limits_;
+    QWidget& owner_;
+    QPointer<QAction> action_;
+    QPointer<CallMonitorWindow> window_;
+};
+
+}  // namespace vantrel

@@ -1,0 +1,357 @@
+// The COM backend against a dispatch object that records what arrives: the
+// shape of every invocation style, texts in both directions, the kinds of
+// result, by-reference passing and the error numbers a technician sees.
+
+#include "com_test_support.h"
+
+#include "server/com_dispatch.h"
+
+#include "support/test_support.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace vantrel {
+namespace {
+
+using com::ComObject;
+using testing::Probe;
+
+class ComBackend : public ::testing::Test {
+protected:
+    Probe probe;
+    std::unique_ptr<ComObject> object = std::make_unique<ComObject>(&probe);
+};
+
+struct StyleCase {
+    const char* name;
+    std::function<void(ComObject&)> call;
+    const wchar_t* member;
+    WORD flags;
+    std::vector<DISPID> named;
+    VARTYPE argumentType;
+    VARTYPE referencedType;
+    std::optional<Variant> argument;
+    bool resultRequested;
+};
+
+class InvocationStyle : public ComBackend, public ::testing::WithParamInterface<StyleCase> {};
+
+TEST_P(InvocationStyle, ArrivesInTheShapeLateBindingGivesIt) {
+    const StyleCase& c = GetParam();
+    c.call(*object);
+    ASSERT_EQ(1u, probe.invocations.size());
+    const Probe::Invocation& seen = probe.invocations[0];
+    EXPECT_EQ(std::vector<std::wstring>{c.member}, probe.lookups);
+    EXPECT_EQ(c.flags, seen.flags);
+    EXPECT_EQ(c.argument ? 1u : 0u, seen.argumentCount);
+    EXPECT_EQ(c.named, seen.named);
+    EXPECT_EQ(c.argumentType, seen.argumentType);
+    EXPECT_EQ(c.referencedType, seen.referencedType);
+    EXPECT_EQ(c.argument, seen.argument);
+    EXPECT_EQ(c.resultRequested, seen.resultRequested);
+}
+
+const auto kBlock = Variant::OfText(u"FuelingPosition=07\r\nHose=0\r\n" + Text(1, kNul));
+constexpr WORD kGet = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
+
+INSTANTIATE_TEST_SUITE_P(Styles, InvocationStyle,
+                         ::testing::Values(StyleCase{"PutOfABlock",
+                                                     [](ComObject& o) { o.Put("Authorize", kBlock); },
+                                                     L"Authorize",
+                                                     DISPATCH_PROPERTYPUT,
+                                                     {DISPID_PROPERTYPUT},
+                                                     VT_BSTR,
+                                                     VT_EMPTY,
+                                                     kBlock,
+                                                     false},
+                                           StyleCase{"PutOfA16BitNumber",
+                                                     [](ComObject& o) { o.Put("Authorize", Variant::OfInt16(1)); },
+                                                     L"Authorize",
+                                                     DISPATCH_PROPERTYPUT,
+                                                     {DISPID_PROPERTYPUT},
+                                                     VT_I2,
+                                                     VT_EMPTY,
+                                                     Variant::OfInt16(1),
+                                                     false},
+                                           StyleCase{"CallWithoutArgument",
+                                                     [](ComObject& o) { o.Call("SystemVersions"); },
+                                                     L"SystemVersions",
+                                                     kGet,
+                                                     {},
+                                                     VT_EMPTY,
+                                                     VT_EMPTY,
+                                                     std::nullopt,
+                                                     true},
+                                           StyleCase{"CallByValue",
+                                                     [](ComObject& o) {
+                                                         o.Call("FuelingPositionInformation", Variant::OfInt16(5));
+                                                     },
+                                                     L"FuelingPositionInformation",
+                                                     kGet,
+                                                     {},
+                                                     VT_I2,
+                                                     VT_EMPTY,
+                                                     Variant::OfInt16(5),
+                                                     true},
+                                           StyleCase{"CallByReference",
+                                                     [](ComObject& o) {
+                                                         Variant position = Variant::OfInt16(12);
+                                                         o.CallByRef("DispenserInformation", position);
+                                                     },
+                                                     L"DispenserInformation",
+                                                     kGet,
+                                                     {},
+                                                     VT_BYREF | VT_VARIANT,
+                                                     VT_I2,
+                                                     Variant::OfInt16(12),
+                                                     true}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(ComBackend, LooksTheMemberUpAgainAtEveryCall) {
+    object->Call("SystemVersions");
+    object->Call("systemversions");
+    EXPECT_EQ((std::vector<std::wstring>{L"SystemVersions", L"systemversions"}), probe.lookups);
+    EXPECT_EQ(2u, probe.invocations.size());
+}
+
+class TextBothWays : public ComBackend, public ::testing::WithParamInterface<testing::BlockCase> {};
+
+TEST_P(TextBothWays, ArrivesWholeAndComesBackWhole) {
+    const Text& text = GetParam().text;
+    object->Put("Authorize", Variant::OfText(text));
+    ASSERT_EQ(1u, probe.invocations.size());
+    ASSERT_TRUE(probe.invocations[0].argument.has_value());
+    EXPECT_FALSE(probe.invocations[0].nullText);
+    EXPECT_TEXT(text, probe.invocations[0].argument->text());
+
+    probe.Answer(Variant::OfText(text));
+    const Variant answer = object->Call("SystemVersions");
+    ASSERT_TRUE(answer.is(Variant::Kind::Text));
+    EXPECT_TEXT(text, answer.text());
+}
+
+INSTANTIATE_TEST_SUITE_P(Blocks, TextBothWays, ::testing::ValuesIn(testing::Blocks()),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+struct ResultCase {
+    const char* name;
+    std::function<void(VARIANT&)> make;
+    Variant expected;
+};
+
+class ResultKind : public ComBackend, public ::testing::WithParamInterface<ResultCase> {};
+
+TEST_P(ResultKind, ConvertsToTheNearestKind) {
+    VARIANT answer;
+    VariantInit(&answer);
+    GetParam().make(answer);
+    probe.Answer(answer);
+    VariantClear(&answer);
+    EXPECT_EQ(GetParam().expected, object->Call("SystemVersions"));
+}
+
+template <VARTYPE Type, typename Set>
+std::function<void(VARIANT&)> Make(Set set) {
+    return [set](VARIANT& v) {
+        V_VT(&v) = Type;
+        set(v);
+    };
+}
+
+LONG gReferenced = 70000;
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, ResultKind,
+    ::testing::Values(
+        ResultCase{"Empty", [](VARIANT&) {}, Variant()},
+        ResultCase{"Null", Make<VT_NULL>([](VARIANT&) {}), Variant::Null()},
+        ResultCase{"NullText", Make<VT_BSTR>([](VARIANT& v) { V_BSTR(&v) = nullptr; }), Variant::OfText(u"")},
+        ResultCase{"Int16", Make<VT_I2>([](VARIANT& v) { V_I2(&v) = -32768; }), Variant::OfInt16(-32768)},
+        ResultCase{"Int32", Make<VT_I4>([](VARIANT& v) { V_I4(&v) = 70000; }), Variant::OfInt32(70000)},
+        ResultCase{"Double", Make<VT_R8>([](VARIANT& v) { V_R8(&v) = 2.5; }), Variant::OfDouble(2.5)},
+        ResultCase{"Boolean", Make<VT_BOOL>([](VARIANT& v) { V_BOOL(&v) = VARIANT_TRUE; }), Variant::OfBoolean(true)},
+        ResultCase{"Byte", Make<VT_UI1>([](VARIANT& v) { V_UI1(&v) = 200; }), Variant::OfInt16(200)},
+        ResultCase{"SignedByte", Make<VT_I1>([](VARIANT& v) { V_I1(&v) = -5; }), Variant::OfInt16(-5)},
+        ResultCase{"Unsigned16", Make<VT_UI2>([](VARIANT& v) { V_UI2(&v) = 65535; }), Variant::OfInt32(65535)},
+        ResultCase{"Unsigned32TooLarge", Make<VT_UI4>([](VARIANT& v) { V_UI4(&v) = 4000000000u; }),
+                   Variant::OfDouble(4000000000.0)},
+        ResultCase{"Int64", Make<VT_I8>([](VARIANT& v) { V_I8(&v) = -123; }), Variant::OfInt32(-123)},
+        ResultCase{"Unsigned64TooLarge", Make<VT_UI8>([](VARIANT& v) { V_UI8(&v) = 10000000000000000000ull; }),
+                   Variant::OfDouble(1e19)},
+        ResultCase{"Single", Make<VT_R4>([](VARIANT& v) { V_R4(&v) = 1.5f; }), Variant::OfDouble(1.5)},
+        ResultCase{"Currency", Make<VT_CY>([](VARIANT& v) { V_CY(&v).int64 = 12500; }), Variant::OfDouble(1.25)},
+        ResultCase{"Reference", Make<VT_BYREF | VT_I4>([](VARIANT& v) { V_I4REF(&v) = &gReferenced; }),
+                   Variant::OfInt32(70000)}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(ComBackend, ADateComesAsItsText) {
+    VARIANT date;
+    VariantInit(&date);
+    V_VT(&date) = VT_DATE;
+    V_DATE(&date) = 36526.0;  // the first of January 2000
+    probe.Answer(date);
+    const Variant answer = object->Call("SystemVersions");
+    ASSERT_TRUE(answer.is(Variant::Kind::Text));
+    EXPECT_NE(Text::npos, answer.text().find(u"2000")) << Escaped(answer.text());
+}
+
+TEST_F(ComBackend, AValueWithNoTextualFormIsATypeMismatch) {
+    VARIANT error;
+    VariantInit(&error);
+    V_VT(&error) = VT_ERROR;
+    V_ERROR(&error) = DISP_E_PARAMNOTFOUND;
+    probe.Answer(error);
+    try {
+        object->Call("SystemVersions");
+        FAIL() << "an error value converted";
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(13, e.number());
+    }
+}
+
+struct WriteBackCase {
+    const char* name;
+    std::optional<Variant> written;
+    Variant expected;
+};
+
+class ByReference : public ComBackend, public ::testing::WithParamInterface<WriteBackCase> {};
+
+TEST_P(ByReference, WhatTheServerWritesReachesTheCaller) {
+    probe.writeBack = GetParam().written;
+    probe.Answer(Variant::OfText(u"FuelingPosition=12\r\n"));
+    Variant position = Variant::OfInt16(12);
+    const Variant answer = object->CallByRef("DispenserInformation", position);
+    EXPECT_EQ(Variant::OfText(u"FuelingPosition=12\r\n"), answer);
+    EXPECT_EQ(GetParam().expected, position);
+}
+
+INSTANTIATE_TEST_SUITE_P(WriteBack, ByReference,
+                         ::testing::Values(WriteBackCase{"Untouched", std::nullopt, Variant::OfInt16(12)},
+                                           WriteBackCase{"NewNumber", Variant::OfInt16(7), Variant::OfInt16(7)},
+                                           WriteBackCase{"Text",
+                                                         Variant::OfText(Text(u"0\0"
+                                                                              u"3",
+                                                                              3)),
+                                                         Variant::OfText(Text(u"0\0"
+                                                                              u"3",
+                                                                              3))},
+                                           WriteBackCase{"Emptied", Variant(), Variant()}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(ComBackend, AByValueArgumentCannotBeWrittenBack) {
+    probe.writeBack = Variant::OfInt16(99);
+    const Variant position = Variant::OfInt16(5);
+    object->Call("FuelingPositionInformation", position);
+    EXPECT_EQ(Variant::OfInt16(5), position);
+    EXPECT_EQ(VT_I2, probe.invocations.at(0).argumentType);
+}
+
+struct ErrorCase {
+    const char* name;
+    HRESULT outcome;
+    std::function<void(EXCEPINFO&)> raise;
+    int number;
+    std::string description;
+};
+
+class Failure : public ComBackend, public ::testing::WithParamInterface<ErrorCase> {};
+
+TEST_P(Failure, BecomesTheRunTimeErrorATechnicianExpects) {
+    const ErrorCase& c = GetParam();
+    probe.outcome = c.outcome;
+    probe.raise = c.raise;
+    for (int style = 0; style < 3; ++style) {
+        try {
+            Variant position = Variant::OfInt16(3);
+            if (style == 0) {
+                object->Put("Authorize", kBlock);
+            } else if (style == 1) {
+                object->Call("SystemVersions");
+            } else {
+                object->CallByRef("DispenserInformation", position);
+            }
+            ADD_FAILURE() << "style " << style << " did not fail";
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(c.number, error.number()) << "style " << style;
+            EXPECT_EQ(c.description, error.description()) << "style " << style;
+        }
+    }
+}
+
+BSTR Bstr(const wchar_t* text) { return SysAllocString(text); }
+
+HRESULT STDAPICALLTYPE FillLater(EXCEPINFO* exception) {
+    exception->wCode = 30002;
+    exception->bstrDescription = Bstr(L"Filled in late");
+    return S_OK;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Errors, Failure,
+    ::testing::Values(ErrorCase{"ServerNumberInWCode", DISP_E_EXCEPTION,
+                                [](EXCEPINFO& e) {
+                                    e.wCode = 30001;
+                                    e.bstrDescription = Bstr(L"Position busy");
+                                },
+                                30001, "Position busy"},
+                      ErrorCase{"ControlFacilityScode", DISP_E_EXCEPTION,
+                                [](EXCEPINFO& e) {
+                                    e.scode = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, 5);
+                                    e.bstrSource = Bstr(L"Vantrel.Application");
+                                },
+                                5, "Invalid procedure call or argument"},
+                      ErrorCase{"ObjectDefinedScode", DISP_E_EXCEPTION,
+                                [](EXCEPINFO& e) {
+                                    e.scode = static_cast<SCODE>(0x80040201);
+                                    e.bstrDescription = Bstr(L"Queue empty");
+                                },
+                                -2147220991, "Queue empty"},
+                      ErrorCase{"DeferredFillIn", DISP_E_EXCEPTION,
+                                [](EXCEPINFO& e) { e.pfnDeferredFillIn = FillLater; }, 30002, "Filled in late"},
+                      ErrorCase{"ExceptionWithoutCode", DISP_E_EXCEPTION, [](EXCEPINFO&) {}, 440, "Automation error"},
+                      ErrorCase{"MemberNotFound", DISP_E_MEMBERNOTFOUND, nullptr, 438,
+                                "Object doesn't support this property or method"},
+                      ErrorCase{"WrongArgumentCount", DISP_E_BADPARAMCOUNT, nullptr, 450,
+                                "Wrong number of arguments or invalid property assignment"},
+                      ErrorCase{"ArgumentTypeRejected", DISP_E_TYPEMISMATCH, nullptr, 13, "Type mismatch"},
+                      ErrorCase{"ArgumentMissing", DISP_E_PARAMNOTOPTIONAL, nullptr, 449, "Argument not optional"},
+                      ErrorCase{"ControlFacilityHresult", MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, 6), nullptr, 6,
+                                "Overflow"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(ComBackend, AnyOtherHresultIsAnAutomationErrorWithItsNumber) {
+    probe.outcome = RPC_E_DISCONNECTED;
+    try {
+        object->Call("SystemVersions");
+        FAIL() << "a disconnected server answered";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(static_cast<int>(RPC_E_DISCONNECTED), error.number());
+        EXPECT_EQ(0u, error.description().rfind("Automation error", 0)) << error.description();
+    }
+}
+
+TEST_F(ComBackend, AnUnknownMemberIs438AndIsNeverInvoked) {
+    using namespace std::string_view_literals;
+    for (const std::string_view member : {"NoSuchMember"sv, ""sv, "Authorize\0x"sv}) {
+        try {
+            object->Call(member);
+            ADD_FAILURE() << member << " answered";
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(438, error.number());
+            EXPECT_EQ("Object doesn't support this property or method", error.description());
+        }
+    }
+    EXPECT_TRUE(probe.invocations.empty());
+}
+
+TEST_F(ComBackend, ReleasesTheObjectWhenItGoes) {
+    EXPECT_EQ(1, probe.references());
+    object.reset();
+    EXPECT_EQ(0, probe.references());
+}
+
+}  // namespace
+}  // namespace vantrel

@@ -1,0 +1,352 @@
+// The call monitor window on the offscreen platform, opened from the console
+// as the technician opens it, fed by real clicks and by events on the hub.
+#include "support/call_events.h"
+#include "support/qt_modal.h"
+#include "support/test_support.h"
+#include "ui/call_monitor_window.h"
+#include "ui/console_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+
+#include <fstream>
+#include <functional>
+#include <sstream>
+
+namespace vantrel {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::RecordingReport;
+using testing::RecordingServer;
+using testing::ScriptedPrompter;
+
+const Text kFillup = Text(u"FuelingPosition=07\r\nHose=0\r\nMOP=F\r\nLimit=999999\r\n") + u'\0';
+
+bool WaitFor(const std::function<bool()>& done) {
+    for (int waited = 0; waited < 500 && !done(); ++waited) {
+        QTest::qWait(10);
+    }
+    return done();
+}
+
+CallEvent Put(std::string member, Text value) {
+    return testing::PutEvent(std::move(member), Variant::OfText(std::move(value)),
+                             {std::chrono::system_clock::now(), 180us});
+}
+
+CallEvent Call(std::string member, std::optional<Variant> argument, Text answer, bool byRef = false) {
+    return testing::CallEventOf(std::move(member), std::move(argument), Variant::OfText(std::move(answer)), byRef,
+                                {std::chrono::system_clock::now(), 2300us});
+}
+
+// The console built as the program builds it, with the monitor listening
+// from before the load.
+class CallMonitorWindowTest : public ::testing::Test {
+protected:
+    void Build(MonitorLimits limits = {}) {
+        servers_.Register(std::string(kServerProgId), [this] {
+            auto server = std::make_unique<RecordingServer>();
+            server_ = server.get();
+            return server;
+        });
+        app_ = std::make_unique<ConsoleApp>(servers_, events_, prompter_, report_);
+        monitor_ = std::make_unique<CallMonitor>(events_, app_->window(), limits);
+        app_->Load();
+        app_->Show();
+        QApplication::setActiveWindow(&app_->window());
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&app_->window()));
+    }
+    void SetUp() override { Build(); }
+    void TearDown() override {
+        monitor_.reset();
+        app_.reset();
+    }
+
+    CallMonitorWindow& Open() {
+        CallMonitorWindow& window = monitor_->Open();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+        return window;
+    }
+
+    template <typename Widget>
+    Widget* Find(const char* name) {
+        auto* widget = monitor_->window()->findChild<Widget*>(QString::fromLatin1(name));
+        EXPECT_NE(widget, nullptr) << name;
+        return widget;
+    }
+    QTableView* Table() { return Find<QTableView>("CallMonitorTable"); }
+    QString Cell(int row, CallMonitorModel::Column column) {
+        return Table()->model()->index(row, static_cast<int>(column)).data().toString();
+    }
+    int Rows() { return Table()->model()->rowCount(); }
+
+    void ClickRow(int row) {
+        QTableView* table = Table();
+        table->scrollTo(table->model()->index(row, 0));
+        const QRect cell = table->visualRect(table->model()->index(row, 3));
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
+    }
+    QStringList HexLines() {
+        QStringList lines;
+        QAbstractItemModel* hex = Find<QListView>("CallMonitorHex")->model();
+        for (int row = 0; row < hex->rowCount(); ++row) {
+            lines << hex->index(row, 0).data().toString();
+        }
+        return lines;
+    }
+    void Feed(const std::vector<CallEvent>& events) {
+        for (const CallEvent& event : events) {
+            events_.OnEvent(event);
+        }
+        monitor_->window()->Flush();
+    }
+
+    ServerRegistry servers_;
+    CallEvents events_;
+    ScriptedPrompter prompter_;
+    RecordingReport report_;
+    RecordingServer* server_ = nullptr;
+    std::unique_ptr<ConsoleApp> app_;
+    std::unique_ptr<CallMonitor> monitor_;
+};
+
+TEST_F(CallMonitorWindowTest, OpensFromTheToolsMenuWithTheWholeSessionSoFar) {
+    server_->QueueAnswer("FuelingPositionInformation", Variant::OfText(u"FP=07\r\nState=Idle\r\n"));
+    QTest::mouseClick(app_->window().findChild<QWidget*>(QStringLiteral("Button7")), Qt::LeftButton);
+    EXPECT_EQ(nullptr, monitor_->window());
+
+    QAction* entry = nullptr;
+    for (QAction* action : app_->window().toolsMenu().actions()) {
+        if (action->text() == QStringLiteral("Call monitor")) {
+            entry = action;
+        }
+    }
+    ASSERT_NE(nullptr, entry);
+    EXPECT_EQ(QKeySequence(QStringLiteral("Ctrl+M")), entry->shortcut());
+    QTest::keyClick(&app_->window(), Qt::Key_M, Qt::ControlModifier);
+    ASSERT_NE(nullptr, monitor_->window());
+    ASSERT_TRUE(WaitFor([&] { return monitor_->window()->isVisible() && Rows() == 2; }));
+
+    using Column = CallMonitorModel::Column;
+    EXPECT_EQ(QStringLiteral("create"), Cell(0, Column::Kind));
+    EXPECT_EQ(QStringLiteral("Vantrel.Application"), Cell(0, Column::Member));
+    EXPECT_EQ(QStringLiteral("FuelingPositionInformation"), Cell(1, Column::Member));
+    EXPECT_EQ(QStringLiteral("i2 7"), Cell(1, Column::Sent));
+    EXPECT_EQ(QStringLiteral("FP=07«CR»«LF»State=Idle«CR»«LF»"), Cell(1, Column::Answer));
+    EXPECT_TRUE(Cell(1, Column::ServerTime).endsWith(QStringLiteral(" ms")));
+    // The console keeps its size: the monitor is a window of its own.
+    EXPECT_EQ(QSize(577, 524), app_->window().view().size());
+
+    // Opening it again shows the same window.
+    entry->trigger();
+    EXPECT_EQ(monitor_->window(), &Open());
+}
+
+TEST_F(CallMonitorWindowTest, ShowsNewCallsLiveAndTheSelectedRowAsTextAndHex) {
+    Open();
+    server_->QueueAnswer("FuelingPositionInformation", Variant::OfText(Text(u"FP=03\r\nMsg=\x1bG\x1a"
+                                                                            u"000\r\n") +
+                                                                       Text(40, u'\0')));
+    // The technician goes back to the console and clicks there.
+    QApplication::setActiveWindow(&app_->window());
+    QTest::mouseClick(app_->window().findChild<QWidget*>(QStringLiteral("Button3")), Qt::LeftButton);
+    // The timer brings the row in; nothing is drawn while the command runs.
+    ASSERT_TRUE(WaitFor([&] { return Rows() == 2; })) << Rows() << " " << server_->calls.size();
+
+    ClickRow(1);
+    EXPECT_EQ(QStringLiteral("FP=03«CR»«LF»\nMsg=«ESC»G«SUB»000«CR»«LF»\n«NUL × 40»"),
+              Find<QPlainTextEdit>("CallMonitorText")->toPlainText());
+    const QStringList hex = HexLines();
+    ASSERT_EQ(4, hex.size());
+    EXPECT_EQ(QStringLiteral("00000000  46 50 3D 30 33 0D 0A 4D  73 67 3D 1B 47 1A 30 30  |FP=03..Msg=.G.00|"), hex[0]);
+    EXPECT_TRUE(hex[1].startsWith(QStringLiteral("00000010  30 0D 0A 00 00")));
+    EXPECT_TRUE(hex[3].startsWith(QStringLiteral("00000030  00 00 00")));
+
+    // The value sent, a number here, on request.
+    QTest::mouseClick(Find<QRadioButton>("CallMonitorShowSent"), Qt::LeftButton);
+    EXPECT_EQ(QStringLiteral("i2 3"), Find<QPlainTextEdit>("CallMonitorText")->toPlainText());
+    EXPECT_TRUE(HexLines().isEmpty());
+    EXPECT_TRUE(Find<QLabel>("CallMonitorDetail")->text().contains(QStringLiteral("sent: i2 3")));
+}
+
+TEST_F(CallMonitorWindowTest, FiltersByMemberAndTextCopiesALiteralAndClears) {
+    Open();
+    Feed({Put("Authorize", kFillup), Call("CardQue", std::nullopt, u"Track2=;4000=1?\r\n"),
+          Put("DisplayData", Text(u"ReaderPosition=07\r\nMessage=\x1bG\x1a"
+                                  u"000Hello\r\n") +
+                                 u'\0'),
+          Call("CardQue", std::nullopt, u"")});
+    ASSERT_EQ(5, Rows());  // the creation first
+
+    auto* member = Find<QComboBox>("CallMonitorMember");
+    member->setCurrentIndex(member->findText(QStringLiteral("CardQue")));
+    EXPECT_EQ(2, Rows());
+    QTest::keyClicks(Find<QLineEdit>("CallMonitorFilter"), QStringLiteral("track2"));
+    EXPECT_EQ(1, Rows());
+    member->setCurrentIndex(0);
+    Find<QLineEdit>("CallMonitorFilter")->clear();
+    QTest::keyClicks(Find<QLineEdit>("CallMonitorFilter"), QStringLiteral("\\eG"));
+    ASSERT_EQ(1, Rows());
+    EXPECT_EQ(QStringLiteral("DisplayData"), Cell(0, CallMonitorModel::Column::Member));
+
+    ClickRow(0);
+    QTest::keyClick(Table(), Qt::Key_C, Qt::ControlModifier);
+    const QString copied = QApplication::clipboard()->text();
+    EXPECT_TRUE(
+        copied.endsWith(QStringLiteral(R"vts( put DisplayData "ReaderPosition=07\r\nMessage=\eG\x1A000Hello\r\n\0")vts"
+                                       "\n")))
+        << copied.toStdString();
+
+    QTest::mouseClick(Find<QToolButton>("CallMonitorClear"), Qt::LeftButton);
+    EXPECT_EQ(0, Rows());
+    EXPECT_TRUE(Find<QPlainTextEdit>("CallMonitorText")->toPlainText().isEmpty());
+    // The filter stays; a new matching row shows.
+    Feed({Put("DisplayData", u"\x1bG2")});
+    EXPECT_EQ(1, Rows());
+}
+
+TEST_F(CallMonitorWindowTest, SearchSelectsTheNextMatchingRowAndPausesTheFollowing) {
+    Open();
+    std::vector<CallEvent> events;
+    for (int k = 0; k < 300; ++k) {
+        events.push_back(
+            Put("KeyPadConfiguration", Text(u"ReaderPosition=01\r\nKeyData=123@R456A@789NYL0EHCe\n") + u'\0'));
+    }
+    events[20] = Put("Stop", u"05");
+    Feed(events);
+    QScrollBar* bar = Table()->verticalScrollBar();
+    EXPECT_EQ(bar->maximum(), bar->value());
+
+    QTest::keyClicks(Find<QLineEdit>("CallMonitorFind"), QStringLiteral("stop"));
+    QTest::keyClick(Find<QLineEdit>("CallMonitorFind"), Qt::Key_Return);
+    ASSERT_TRUE(Table()->currentIndex().isValid());
+    EXPECT_EQ(21, Table()->currentIndex().row());  // after the creation
+    EXPECT_FALSE(Find<QToolButton>("CallMonitorFollow")->isChecked());
+
+    // Scrolled back, new rows leave the view where it is.
+    bar->setValue(0);
+    Feed({Put("Resume", u"05"), Put("Resume", u"06")});
+    EXPECT_EQ(0, bar->value());
+    EXPECT_TRUE(Find<QLabel>("CallMonitorStatus")->text().contains(QStringLiteral("2 new below")));
+
+    QTest::mouseClick(Find<QToolButton>("CallMonitorFollow"), Qt::LeftButton);
+    EXPECT_EQ(bar->maximum(), bar->value());
+    Feed({Put("Resume", u"07")});
+    EXPECT_EQ(bar->maximum(), bar->value());
+    EXPECT_TRUE(Find<QToolButton>("CallMonitorFollow")->isChecked());
+}
+
+TEST_F(CallMonitorWindowTest, ExportsTheShownRowsInTheTraceFormat) {
+    Open();
+    Feed({Put("Authorize", Text(u"Hose=0\r\n") + u'\0'),
+          Call("DispenserInformation", Variant::OfInt16(7), u"FP=07\r\n", true)});
+    Find<QComboBox>("CallMonitorMember")->setCurrentText(QStringLiteral("Authorize"));
+    ASSERT_EQ(1, Rows());
+
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("calls.jsonl"));
+    testing::WhenShown<QFileDialog>([&](QFileDialog* dialog) {
+        dialog->selectFile(path);
+        static_cast<QDialog*>(dialog)->accept();  // as the Save button does
+    });
+    QTest::mouseClick(Find<QToolButton>("CallMonitorExport"), Qt::LeftButton);
+
+    std::ifstream file(path.toStdString(), std::ios::binary);
+    std::stringstream written;
+    written << file.rdbuf();
+    EXPECT_EQ("{\"op\":\"put\",\"member\":\"Authorize\",\"value\":{\"text\":\"Hose=0\\r\\n\\u0000\"}}\n",
+              written.str());
+    EXPECT_TRUE(Find<QLabel>("CallMonitorStatus")->text().contains(QStringLiteral("1 rows written")));
+
+    // A folder that does not exist: said in the status line, nothing else.
+    EXPECT_FALSE(monitor_->window()->ExportTo(folder.filePath(QStringLiteral("no/such/folder/calls.jsonl"))));
+    EXPECT_TRUE(Find<QLabel>("CallMonitorStatus")->text().contains(QStringLiteral("Cannot write")));
+}
+
+class CallMonitorLimitsTest : public CallMonitorWindowTest {
+protected:
+    void SetUp() override { Build(MonitorLimits{5, 1024}); }
+};
+
+TEST_F(CallMonitorLimitsTest, SaysWhenOlderRowsWereDropped) {
+    Open();
+    EXPECT_FALSE(Find<QLabel>("CallMonitorDropped")->isVisible());
+    Feed({Put("Stop", u"01"), Put("Stop", u"02"), Put("Stop", u"03"), Put("Stop", u"04"), Put("Stop", u"05")});
+    EXPECT_EQ(5, Rows());
+    EXPECT_EQ(QStringLiteral("6"), Cell(4, CallMonitorModel::Column::Number));
+    QLabel* dropped = Find<QLabel>("CallMonitorDropped");
+    EXPECT_TRUE(dropped->isVisible());
+    EXPECT_TRUE(dropped->text().startsWith(QStringLiteral("1 older events dropped"))) << dropped->text().toStdString();
+}
+
+TEST_F(CallMonitorWindowTest, ATenMegabyteAnswerIsDrawnInPartsAndShownWholeInHex) {
+    Open();
+    Text answer = Text(u"ReaderPosition=01\r\nPacketCount=10485760\r\nPacketData=");
+    answer += Text(10 * 1024 * 1024, u'x');
+    Feed({Call("PacketQueInput", std::nullopt, answer)});
+    ASSERT_EQ(2, Rows());
+    EXPECT_LT(Cell(1, CallMonitorModel::Column::Answer).size(), 250);
+    ClickRow(1);
+    EXPECT_LT(Find<QPlainTextEdit>("CallMonitorText")->toPlainText().size(),
+              static_cast<qsizetype>(CallMonitorWindow::kDetailLimit + 100));
+    EXPECT_EQ(static_cast<int>((answer.size() + 15) / 16), Find<QListView>("CallMonitorHex")->model()->rowCount());
+    EXPECT_TRUE(Find<QLabel>("CallMonitorDetail")->text().contains(QStringLiteral("10,485,812 characters")))
+        << Find<QLabel>("CallMonitorDetail")->text().toStdString();
+}
+
+// A picture with a few calls as a technician makes them, for the README.
+TEST_F(CallMonitorWindowTest, Picture) {
+    server_->QueueAnswer("FuelingPositionInformation", Variant::OfText(u"FuelingPosition=07\r\nState=Idle\r\n"));
+    QTest::mouseClick(app_->window().findChild<QWidget*>(QStringLiteral("Button7")), Qt::LeftButton);
+    Open();
+    const CallEvent failed =
+        testing::FailedEvent(Call("CardQue", std::nullopt, u""), 438, "Object doesn't support this property or method");
+    const Text key = Text(u"KeyData=123@R456A@789NYL0EHCe\n") + u'\0';
+    std::vector<CallEvent> session = {
+        Put("Authorize", kFillup),
+        Call("DispenserInformation", Variant::OfInt16(7),
+             u"FuelingPosition=07\r\nHoses=4\r\nTier1=1111\r\nTier2=1111\r\nBlend=100\r\n", true),
+        Put("DisplayData", Text(u"ReaderPosition=07\r\nMessage=\x1bG\x1a"
+                                u"000\x1b=030120Col/Row (30/120)\r\n") +
+                               u'\0'),
+        Put("KeyPadConfiguration", u"ReaderPosition=01\r\n" + key),
+        Put("KeyPadConfiguration", u"ReaderPosition=17\r\n" + key),
+        Call("PacketQueInput", std::nullopt,
+             Text(u"ReaderPosition=07\r\nPacketCount=040\r\nPacketData=\x02"
+                  u"C1") +
+                 Text(36, u'\0') + u"\x03\r\n"),
+        failed,
+    };
+    // A technician's pace: a few hundred milliseconds apart.
+    for (std::size_t k = 0; k < session.size(); ++k) {
+        session[k].when += std::chrono::milliseconds(1200 + 370 * k);
+    }
+    Feed(session);
+    ClickRow(7);
+    CallMonitorWindow& window = *monitor_->window();
+    window.resize(1180, 660);
+    QTest::qWait(50);
+    const QImage picture = window.grab().toImage();
+    ASSERT_FALSE(picture.isNull());
+    EXPECT_TRUE(picture.save(QStringLiteral("call-monitor.png"), "PNG"));
+}
+
+}  // namespace
+}  // namespace vantrel
