@@ -53,9 +53,13 @@ Text Fixed(std::int64_t value, std::int64_t unit, int decimals) {
     const bool negative = value < 0;
     const std::uint64_t magnitude =
         negative ? static_cast<std::uint64_t>(-(value + 1)) + 1 : static_cast<std::uint64_t>(value);
-    std::string fraction = std::to_string(magnitude % static_cast<std::uint64_t>(unit));
-    fraction.insert(0, static_cast<std::size_t>(decimals) - fraction.size(), '0');
-    return Ascii((negative ? "-" : "") + std::to_string(magnitude / static_cast<std::uint64_t>(unit)) + "." + fraction);
+    const std::string fraction = std::to_string(magnitude % static_cast<std::uint64_t>(unit));
+    std::string text = negative ? "-" : "";
+    text += std::to_string(magnitude / static_cast<std::uint64_t>(unit));
+    text += '.';
+    text.append(static_cast<std::size_t>(decimals) - fraction.size(), '0');
+    text += fraction;
+    return Ascii(text);
 }
 
 }  // namespace
@@ -94,5 +98,12 @@ Text OneLine(TextView text, std::size_t limit) {
 }
 
 std::string Readable(TextView text, std::size_t limit) { return ToUtf8(OneLine(text, limit)); }
+
+std::string Quoted(TextView text, std::size_t limit) {
+    std::string quoted(1, '"');
+    quoted += Readable(text, limit);
+    quoted += '"';
+    return quoted;
+}
 
 }  // namespace vantrel::simulation

@@ -40,5 +40,7 @@ Text UnitPrice(std::int64_t thousandths);
 // other control characters as <xHH>; longer texts are cut with "...".
 Text OneLine(TextView text, std::size_t limit);
 std::string Readable(TextView text, std::size_t limit = 40);
+// The same between double quotes, for a value that may be empty or blank.
+std::string Quoted(TextView text, std::size_t limit = 40);
 
 }  // namespace vantrel::simulation

@@ -144,7 +144,15 @@ DisplayPicture RenderDisplay(TextView message) {
             line = nullptr;
             picture.lineCount = length == 2 ? element[1] - u'0' : 0;
             break;
-        case u'=': newLine() = u"@" + Text(element.substr(1, 3)) + u"," + Text(element.substr(4, 3)) + u" "; break;
+        case u'=': {
+            Text& positioned = newLine();
+            positioned += u'@';
+            positioned.append(element.substr(1, 3));
+            positioned += u',';
+            positioned.append(element.substr(4, 3));
+            positioned += u' ';
+            break;
+        }
         case u'A':
             picture.align = Text(element.substr(1));
             line = nullptr;

@@ -190,7 +190,7 @@ std::string Forecourt::InsertCash(int number, TextView amount) {
     }
     const std::int64_t cents = ParseAmount(amount);
     if (cents <= 0) {
-        return "\"" + Readable(amount) + "\" is no amount of cash (20.00, 5, 0.50)";
+        return Quoted(amount) + " is no amount of cash (20.00, 5, 0.50)";
     }
     if (!queues.AddCash(position(number).positionText(), cents)) {
         return "the cash queue is full";

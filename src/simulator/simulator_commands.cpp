@@ -14,6 +14,7 @@ namespace vantrel {
 using simulation::BlockReader;
 using simulation::MemberId;
 using simulation::ParseDigits;
+using simulation::Quoted;
 using simulation::Readable;
 
 namespace {
@@ -98,7 +99,7 @@ void Simulator::AssignSaleControl(MemberId member, TextView value) {
     }
     const auto number = ParseDigits(value, 2, 2);
     if (!number || *number < 1 || *number > simulation::kPositions) {
-        Report(member, "\"" + Readable(value) + "\" is not a fueling position (01 to 32" +
+        Report(member, Quoted(value) + " is not a fueling position (01 to 32" +
                            (member == MemberId::Stop ? ", or 0 for all)" : ")"));
         return;
     }
@@ -252,7 +253,7 @@ void Simulator::AssignBlock(MemberId member, TextView text) {
         const bool visible = line && line->kind == simulation::BlockLine::Kind::Word && line->key == u"Visible";
         const bool hide = line && line->kind == simulation::BlockLine::Kind::Word && line->key == u"Hide";
         if (block.ok() && !visible && !hide) {
-            block.Fail(line ? "\"" + Readable(line->text) + "\" is neither Visible nor Hide"
+            block.Fail(line ? Quoted(line->text) + " is neither Visible nor Hide"
                             : "the block holds neither Visible nor Hide");
         }
         block.ExpectEnd();
