@@ -31,6 +31,7 @@ expect InBox "Application=10.29\r\n"
 server answer SelfDiagnosticsReportStatus number -1
 click SelfTestStatus
 expect InBox "Self Diagnositcs\r\nreport busy"
+server time +3
 click SelfTestStatus
 expect TextBox "<Object>.SelfDiagnosticsReportStatus"
 expect InBox "Self Diagnositcs\r\nreport Complete"
@@ -63,7 +64,7 @@ tick 2
 click STRESS_BUTTON
 tick 2
 expect TextBox "<returned data>=<Object>.FuelingPositionInformation(passed data)"
-expect InBox "FuelingPosition=05\r\nState=Idle\r\nHose=0\r\nVolume=0.000\r\nAmount=0.00\r\n"
+expect InBox "FuelingPosition=05\r\nState=Idle\r\nNozzle=Down\r\nHose=0\r\nMOP=\r\nLimit=\r\nVolume=0.000\r\nAmount=0.00\r\nUnitPrice=0.000\r\n"
 click STRESS_BUTTON
 tick 3
 )vts");
