@@ -52,6 +52,32 @@ std::optional<std::int64_t> NumberLine(BlockReader& block, std::string_view key,
     return number;
 }
 
+// A unit price in thousandths of the currency a litre: "1459" as the fixed
+// blocks write it, or "1.459" as a technician may type it.
+std::optional<std::int64_t> PriceLine(BlockReader& block, std::string_view key) {
+    const auto value = block.Take(key);
+    if (!value) {
+        return std::nullopt;
+    }
+    const std::size_t point = value->find(u'.');
+    const auto whole = ParseDigits(value->substr(0, point), 1, 6);
+    const TextView fraction = point == TextView::npos ? TextView() : value->substr(point + 1);
+    const auto part = fraction.empty() ? std::optional<std::int64_t>(0) : ParseDigits(fraction, 1, 3);
+    if (!whole || !part || (point != TextView::npos && fraction.empty()) || (point != TextView::npos && *whole > 999)) {
+        block.Fail(std::string(key) + "=" + Readable(*value) +
+                   " is not a price (1 to 6 digits in thousandths, or up to three decimals: 1459, 1.459)");
+        return std::nullopt;
+    }
+    if (point == TextView::npos) {
+        return whole;
+    }
+    std::int64_t thousandths = *part;
+    for (std::size_t digits = fraction.size(); digits < 3; ++digits) {
+        thousandths *= 10;
+    }
+    return *whole * 1000 + thousandths;
+}
+
 // The rest of a message: its last line's CR LF ends the block, not the text.
 TextView WithoutLastLineEnd(TextView message) {
     if (message.ends_with(u"\r\n")) {
@@ -152,8 +178,8 @@ void Simulator::AssignBlock(MemberId member, TextView text) {
             if (block.ok() && (*hose == 0 || (seen >> *hose) & 1u)) {
                 block.Fail(*hose == 0 ? "Hose=0 has no price" : "Hose=" + std::to_string(*hose) + " comes twice");
             }
-            const auto tier1 = NumberLine(block, "Tier1", 1, 6, 999999);
-            const auto tier2 = NumberLine(block, "Tier2", 1, 6, 999999);
+            const auto tier1 = PriceLine(block, "Tier1");
+            const auto tier2 = PriceLine(block, "Tier2");
             std::optional<std::int64_t> blend;
             if (block.ok() && block.NextIs("Blend")) {
                 blend = NumberLine(block, "Blend", 3, 3, 100);

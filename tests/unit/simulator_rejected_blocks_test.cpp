@@ -47,8 +47,10 @@ INSTANTIATE_TEST_SUITE_P(
                  u"Price: line 3: Hose= expected, found \"Tier1=1111\""},
         Rejected{"Price", Nul(u""), u"Price: the block ends where FuelingPosition= was expected"},
         Rejected{"Price", Nul(u"FuelingPosition=07\r\nSlowdownPoint=15\r\n"), u"Price: the block sets no hose prices"},
-        Rejected{"Price", Nul(u"FuelingPosition=07\r\nSlowdownPoint=15\r\nHose=1\r\nTier1=1111\r\nTier2=abc\r\n"),
-                 u"Price: line 5: Tier2=abc is not 1 to 6 digits up to 999999"},
+        Rejected{
+            "Price", Nul(u"FuelingPosition=07\r\nSlowdownPoint=15\r\nHose=1\r\nTier1=1111\r\nTier2=abc\r\n"),
+            u"Price: line 5: Tier2=abc is not a price (1 to 6 digits in thousandths, or up to three decimals: 1459, "
+            u"1.459)"},
         Rejected{"Price", Nul(u"FuelingPosition=07\r\nSlowdownPoint=15\r\nHose=9\r\nTier1=1\r\nTier2=1\r\n"),
                  u"Price: line 3: Hose=9 is not one digit up to 8"},
         Rejected{"Price",

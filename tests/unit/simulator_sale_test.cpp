@@ -156,6 +156,17 @@ TEST_F(SaleTest, NewPricesApplyToTheNextSaleAndShowInTheDispenserInformation) {
     EXPECT_TEXT(u"1.111", Position(7, "UnitPrice"));
 }
 
+TEST_F(SaleTest, PricesMayBeTypedWithDecimals) {
+    Put("Price", Nul(u"FuelingPosition=07\r\nSlowdownPoint=15\r\nHose=1\r\nTier1=1.459\r\nTier2=2.5\r\nHose=2\r\n"
+                     u"Tier1=0.9\r\nTier2=12\r\n"));
+    const Text dispenser = About("DispenserInformation", 7);
+    EXPECT_NE(Text::npos, dispenser.find(u"Hose=1\r\nProduct=Unleaded\r\nTier1=1459\r\nTier2=2500\r\n"));
+    EXPECT_NE(Text::npos, dispenser.find(u"Hose=2\r\nProduct=Super\r\nTier1=0900\r\nTier2=0012\r\n"));
+    Put("Price", Nul(u"FuelingPosition=07\r\nSlowdownPoint=15\r\nHose=1\r\nTier1=1.4599\r\nTier2=1\r\n"));
+    Put("Price", Nul(u"FuelingPosition=07\r\nSlowdownPoint=15\r\nHose=1\r\nTier1=1.\r\nTier2=1\r\n"));
+    EXPECT_EQ(2u, Errors().size());
+}
+
 TEST_F(SaleTest, FuelDeliveredComesOutOfItsTankInTheNextReport) {
     Put("Authorize", kFillup07);
     ASSERT_EQ("", simulator().forecourt().Lift(7, 2));  // hose 2 draws from tank 2, Super
