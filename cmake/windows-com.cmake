@@ -7,3 +7,9 @@ add_library(vantrel_simulator_com SHARED ${VANTREL_SIMULATOR_COM_SOURCES}
   ${PROJECT_SOURCE_DIR}/src/simulator/com_simulator.def)
 target_link_libraries(vantrel_simulator_com PRIVATE vantrel_simulator advapi32)
 set_target_properties(vantrel_simulator_com PROPERTIES PREFIX "" OUTPUT_NAME vantrel-simulator)
+
+# The per-call cost of the COM path; built with the tests, since the COM
+# stage measures it before it runs them.
+if(VANTREL_BUILD_TESTS OR VANTREL_BUILD_BENCH)
+  add_subdirectory(${PROJECT_SOURCE_DIR}/bench/com ${PROJECT_BINARY_DIR}/bench/com)
+endif()

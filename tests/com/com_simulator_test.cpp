@@ -161,17 +161,6 @@ INSTANTIATE_TEST_SUITE_P(
                       NumberCase{"Empty", Variant()}, NumberCase{"Null", Variant::Null()}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(ThroughCom, EmptyAndNullResultsConvertAsTheConsoleConvertsThem) {
-    QueueAnswer("ClearTopCardQue", Variant());
-    EXPECT_EQ(0, ToInt16(server->Call("ClearTopCardQue")));
-    QueueAnswer("CardQue", Variant::OfText(u""));
-    EXPECT_TEXT(u"", ToText(server->Call("CardQue")));
-    QueueAnswer("CardQue", Variant::Null());
-    EXPECT_EQ(94, ErrorNumber([&] { ToText(server->Call("CardQue")); }));
-    QueueAnswer("SelfDiagnosticsReportStatus", Variant::OfInt32(70000));
-    EXPECT_EQ(6, ErrorNumber([&] { ToInt16(server->Call("SelfDiagnosticsReportStatus")); }));
-}
-
 struct RaisedCase {
     const char* name;
     int number;

@@ -25,4 +25,9 @@ inline std::vector<std::string> Calls(const ScriptRun& run) {
     return calls;
 }
 
+// A put of a text as the trace writes it; the text in JSON escapes.
+inline std::string TracedPut(const std::string& member, const std::string& jsonText) {
+    return R"({"op":"put","member":")" + member + R"(","value":{"text":")" + jsonText + R"("}})";
+}
+
 }  // namespace vantrel::testing

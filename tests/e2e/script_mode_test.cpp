@@ -1,48 +1,41 @@
+// Script mode itself: the focus rule of clicks, answers and failures set in
+// the simulator, exit codes, pictures, the command line, and the tour.
 #include "e2e/e2e.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 
 namespace vantrel::testing {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
-TEST(ScriptMode, ClickOnAnUnfocusedPositionAsksFirstThenSelects) {
+// A click on an unfocused position moves the focus first, so the server is
+// asked before the selection; a double click asks twice.
+TEST(ScriptMode, ClicksOnPositionsAskFirstThenSelect) {
     const ScriptRun run = RunConsole(R"vts(
 # a person's click on position 7
 click Button7
 expect TextBoxPumpNumber "Fueling Position -> 7"
 expect TextBox "<returned data>=<Object>.FuelingPositionInformation(passed data)"
 print InBox
-)vts");
-    ASSERT_EQ(0, run.exitCode) << run.err;
-    EXPECT_THAT(Calls(run), ElementsAre(HasSubstr(R"("member":"FuelingPositionInformation","arg":{"i2":7},"result")")));
-    EXPECT_THAT(run.out, HasSubstr("InBox \"FuelingPosition=07\\r\\n"));
-    EXPECT_EQ(R"({"op":"create","progid":"Vantrel.Application"})", run.trace.front());
-}
-
-TEST(ScriptMode, DoubleClickOnAnUnfocusedPositionAsksTwice) {
-    const ScriptRun run = RunConsole("dblclick Button12\n");
-    ASSERT_EQ(0, run.exitCode) << run.err;
-    const auto calls = Calls(run);
-    ASSERT_EQ(2u, calls.size());
-    EXPECT_EQ(calls[0], calls[1]);
-    EXPECT_THAT(calls[0], HasSubstr(R"("arg":{"i2":12})"));
-}
-
-TEST(ScriptMode, FocusMovesBetweenPositionsAndLabelsFollow) {
-    const ScriptRun run = RunConsole(R"vts(
 click Button1
 expect TextBox "(returned data)=<Object>.FuelingPositionInformation(passed data)"
-click Button2
-expect TextBox "<returned data>=<Object>.FuelingPositionInformation(passed data)"
-expect TextBoxPumpNumber "Fueling Position -> 2"
+dblclick Button12
 )vts");
     ASSERT_EQ(0, run.exitCode) << run.err;
-    EXPECT_EQ(2u, Calls(run).size());
+    EXPECT_EQ(R"({"op":"create","progid":"Vantrel.Application"})", run.trace.front());
+    EXPECT_THAT(run.out, HasSubstr("InBox \"FuelingPosition=07\\r\\n"));
+    const auto calls = Calls(run);
+    ASSERT_EQ(4u, calls.size());
+    EXPECT_THAT(calls[0], HasSubstr(R"("member":"FuelingPositionInformation","arg":{"i2":7},"result")"));
+    EXPECT_THAT(calls[1], HasSubstr(R"("arg":{"i2":1})"));
+    EXPECT_THAT(calls[2], HasSubstr(R"("arg":{"i2":12})"));
+    EXPECT_EQ(calls[2], calls[3]);
 }
 
 TEST(ScriptMode, ServerAnswersAreQueuedAndShownExactly) {
@@ -57,19 +50,6 @@ expect InBox "70000"
     ASSERT_EQ(2u, calls.size());
     EXPECT_THAT(calls[0], HasSubstr(R"("result":{"text":"A\r\nB\u0000\u001b"})"));
     EXPECT_THAT(calls[1], HasSubstr(R"("result":{"i4":70000})"));
-}
-
-TEST(ScriptMode, AFailingCallEndsThroughTheErrorReportWithExitCodeOne) {
-    const ScriptRun run = RunConsole(R"vts(
-server fail FuelingPositionInformation 5 "Invalid procedure call or argument"
-click Button4
-expect TextBox "never reached"
-)vts");
-    EXPECT_EQ(1, run.exitCode);
-    EXPECT_THAT(run.err, HasSubstr("Run-time error 5: Invalid procedure call or argument"));
-    ASSERT_GE(run.trace.size(), 2u);
-    EXPECT_THAT(run.trace[run.trace.size() - 2], HasSubstr(R"("error":{"number":5)"));
-    EXPECT_EQ(R"({"op":"report","number":5,"description":"Invalid procedure call or argument"})", run.trace.back());
 }
 
 TEST(ScriptMode, AFailedExpectExitsWithTwoAndShowsBothTextsEscaped) {
@@ -116,12 +96,6 @@ TEST(CommandLine, HelpAndVersionAnswerWithoutAWindow) {
     EXPECT_NE(0, std::system((binary + " --bogus > /dev/null 2>&1").c_str()));
 }
 
-}  // namespace
-}  // namespace vantrel::testing
-
-namespace vantrel::testing {
-namespace {
-
 TEST(StartUp, AServerThatCannotBeCreatedEndsThroughTheReportBeforeAnyWindow) {
     ::setenv("VANTREL_NO_SIMULATOR", "1", 1);
     const ScriptRun run = RunConsole("shot VantrelTest never.png\n");
@@ -134,6 +108,42 @@ TEST(StartUp, AServerThatCannotBeCreatedEndsThroughTheReportBeforeAnyWindow) {
         run.trace[0]);
     EXPECT_EQ(R"({"op":"report","number":429,"description":"ActiveX component can't create object"})", run.trace[1]);
     EXPECT_FALSE(std::filesystem::exists(run.directory + "/never.png"));
+}
+
+// The headless tour that the run command shows must keep working as the
+// console grows: its parts run as one script, pictures included.
+TEST(Tour, RunsToItsEndAndLeavesItsPictures) {
+    std::vector<std::filesystem::path> parts;
+    for (const auto& entry : std::filesystem::directory_iterator(std::string(VANTREL_SOURCE_DIR) + "/examples/tour")) {
+        if (entry.path().extension() == ".vts") {
+            parts.push_back(entry.path());
+        }
+    }
+    std::sort(parts.begin(), parts.end());
+    ASSERT_FALSE(parts.empty());
+    std::ostringstream script;
+    for (const auto& part : parts) {
+        script << std::ifstream(part).rdbuf() << "\n";
+    }
+    // Pictures are written relative to the working folder; put them in the
+    // run's own folder by running from there.
+    const std::string here = std::filesystem::current_path().string();
+    const ScriptRun probe = RunConsole("");
+    // SET IMAGE reads its file under the C: drive folder: give the tour the
+    // sample image there, as the run command does.
+    const std::filesystem::path drive = std::filesystem::path(probe.directory) / "drive-c";
+    const std::filesystem::path images = drive / "Projects" / "Vantrel" / "VantrelTest Utility";
+    std::filesystem::create_directories(images);
+    std::filesystem::copy_file(std::string(VANTREL_SOURCE_DIR) + "/examples/FP_blk.hex", images / "FP_blk.hex");
+    ::setenv("VANTREL_DRIVE_C", drive.c_str(), 1);
+    std::filesystem::current_path(probe.directory);
+    const ScriptRun run = RunConsole(script.str());
+    ::unsetenv("VANTREL_DRIVE_C");
+    std::filesystem::current_path(here);
+    ASSERT_EQ(0, run.exitCode) << run.err;
+    EXPECT_TRUE(std::filesystem::exists(probe.directory + "/vantrel-console.png"));
+    EXPECT_TRUE(std::filesystem::exists(probe.directory + "/graphics-display.png"));
+    EXPECT_TRUE(std::filesystem::exists(probe.directory + "/test-functions.png"));
 }
 
 }  // namespace

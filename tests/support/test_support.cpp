@@ -24,6 +24,24 @@ const Text& RecordedCall::text() const {
     return value && value->is(Variant::Kind::Text) ? value->text() : none;
 }
 
+::testing::AssertionResult SinglePut(const std::vector<RecordedCall>& calls, std::string_view member,
+                                     const Text& text) {
+    if (calls.size() != 1 || calls[0].kind != RecordedCall::Kind::Put || calls[0].member != member) {
+        auto failure = ::testing::AssertionFailure() << "expected one assignment to " << member << ", got";
+        for (const RecordedCall& call : calls) {
+            failure << " " << call.member << (call.kind == RecordedCall::Kind::Put ? "=" : "()");
+        }
+        return failure;
+    }
+    return SameText("text", "the assigned text", text, calls[0].text());
+}
+
+void MarkUntouched(Console& console) {
+    console.SetFunctionBox(kFunctionBefore);
+    console.SetDataBox(kDataBefore);
+    console.CommandData = Variant::OfText(kCommandDataBefore);
+}
+
 void RecordingServer::Put(std::string_view member, const Variant& value) {
     calls.push_back({RecordedCall::Kind::Put, std::string(member), value});
     Next(member);
@@ -66,30 +84,16 @@ Variant RecordingServer::Next(std::string_view member) {
     return std::get<Variant>(std::move(outcome));
 }
 
-ScriptedPrompter& ScriptedPrompter::Ok() {
-    replies_.push_back({Answer::Ok, std::move(during_)});
+ScriptedPrompter& ScriptedPrompter::Queue(std::variant<Answer, Text> value) {
+    replies_.push_back({std::move(value), std::move(during_)});
     during_ = {};
     return *this;
 }
 
-ScriptedPrompter& ScriptedPrompter::Yes() {
-    replies_.push_back({Answer::Yes, std::move(during_)});
-    during_ = {};
-    return *this;
-}
-
-ScriptedPrompter& ScriptedPrompter::No() {
-    replies_.push_back({Answer::No, std::move(during_)});
-    during_ = {};
-    return *this;
-}
-
-ScriptedPrompter& ScriptedPrompter::Enter(Text text) {
-    replies_.push_back({std::move(text), std::move(during_)});
-    during_ = {};
-    return *this;
-}
-
+ScriptedPrompter& ScriptedPrompter::Ok() { return Queue(Answer::Ok); }
+ScriptedPrompter& ScriptedPrompter::Yes() { return Queue(Answer::Yes); }
+ScriptedPrompter& ScriptedPrompter::No() { return Queue(Answer::No); }
+ScriptedPrompter& ScriptedPrompter::Enter(Text text) { return Queue(std::move(text)); }
 ScriptedPrompter& ScriptedPrompter::Cancel() { return Enter({}); }
 
 ScriptedPrompter& ScriptedPrompter::During(std::function<void()> action) {

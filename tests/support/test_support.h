@@ -59,6 +59,9 @@ private:
     std::vector<std::pair<std::string, std::variant<Variant, RuntimeError>>> queued_;
 };
 
+// The calls were exactly one assignment of this text to this member.
+::testing::AssertionResult SinglePut(const std::vector<RecordedCall>& calls, std::string_view member, const Text& text);
+
 // Replies queued for the modal boxes, and a record of every box shown.
 class ScriptedPrompter final : public Prompter {
 public:
@@ -95,6 +98,7 @@ private:
         std::variant<Answer, Text> value;
         std::function<void()> during;
     };
+    ScriptedPrompter& Queue(std::variant<Answer, Text> value);
     Reply Take(Box::Kind kind, const Text& text, const Text& title);
     std::deque<Reply> replies_;
     std::function<void()> during_;
@@ -113,6 +117,13 @@ public:
     std::vector<std::string> shown;
     std::vector<std::string> hidden;
 };
+
+// What a command must leave alone when it does not touch it: both echo
+// boxes and CommandData hold these texts.
+inline constexpr char16_t kFunctionBefore[] = u"function before";
+inline constexpr char16_t kDataBefore[] = u"data before";
+inline constexpr char16_t kCommandDataBefore[] = u"command data before";
+void MarkUntouched(Console& console);
 
 // A loaded console over a recording server, with every window's form.
 class TestConsole {

@@ -1,56 +1,41 @@
 // The real console window on the offscreen platform: real mouse and focus
-// events on the position buttons.
+// events on the position buttons, the data box's view of control characters,
+// the small buttons that lie on larger ones; and the other-devices window.
 #include "console/position_selector.h"
-#include "support/test_support.h"
-#include "ui/console_window.h"
+#include "devices/device_commands.h"
+#include "support/qt_console.h"
 #include "ui/visible_text.h"
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QLabel>
+#include <QImage>
+#include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QRadioButton>
-#include <QSignalSpy>
 #include <QTest>
+
+#include <memory>
 
 namespace vantrel {
 namespace {
 
+using namespace std::string_literals;
 using testing::RecordedCall;
-using testing::RecordingReport;
-using testing::RecordingServer;
-using testing::ScriptedPrompter;
 
-// The console built as the program builds it, over a recording server.
-class ConsoleWindowTest : public ::testing::Test {
+class ConsoleWindowTest : public testing::QtConsoleTest {
 protected:
-    void SetUp() override {
-        servers_.Register(std::string(kServerProgId), [this] {
-            auto server = std::make_unique<RecordingServer>();
-            server_ = server.get();
-            return server;
-        });
-        app_ = std::make_unique<ConsoleApp>(servers_, events_, prompter_, report_);
-        app_->Load();
-        app_->Show();
-        QApplication::setActiveWindow(&app_->window());
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&app_->window()));
-    }
+    void SetUp() override { Start(); }
 
-    template <typename Widget>
-    Widget* Find(const char* name) {
-        auto* widget = app_->window().findChild<Widget*>(QString::fromLatin1(name));
-        EXPECT_NE(widget, nullptr) << name;
-        return widget;
+    // A person's click at a point of the window: whatever is drawn on top
+    // there gets it.
+    QWidget* ClickAt(QPoint point) {
+        QWidget* target = view().childAt(point);
+        if (target) {
+            QTest::mouseClick(target, Qt::LeftButton, Qt::NoModifier, target->mapFrom(&view(), point));
+        }
+        return target;
     }
-
-    ServerRegistry servers_;
-    CallEvents events_;
-    ScriptedPrompter prompter_;
-    RecordingReport report_;
-    RecordingServer* server_ = nullptr;
-    std::unique_ptr<ConsoleApp> app_;
 };
 
 TEST_F(ConsoleWindowTest, StartsWithPositionOneSelectedAndNoServerCall) {
@@ -59,8 +44,9 @@ TEST_F(ConsoleWindowTest, StartsWithPositionOneSelectedAndNoServerCall) {
     EXPECT_TRUE(server_->calls.empty());
     EXPECT_EQ(QStringLiteral("Vantrel Test Utility    (Test 10/29/10)"), app_->window().windowTitle());
     // 8655 x 7860 twips at 15 twips a pixel.
-    EXPECT_EQ(QSize(577, 524), app_->window().view().size());
+    EXPECT_EQ(QSize(577, 524), view().size());
     EXPECT_EQ(QRect(456, 88, 17, 17), Find<QRadioButton>("Button1")->geometry());
+    EXPECT_EQ(QStringLiteral("  Auth "), Find<QPushButton>("Preset")->text());  // the padding is kept
 }
 
 TEST_F(ConsoleWindowTest, AMouseClickAsksForTheInformationThenSelects) {
@@ -97,12 +83,95 @@ TEST_F(ConsoleWindowTest, ControlCharactersAreDrawnAsSymbols) {
     EXPECT_EQ(QString::fromUtf8("A«NUL»«CR»"), VisibleText(Text(u"A\0\r", 3), LineBreaks::None));
 }
 
-TEST_F(ConsoleWindowTest, AServerErrorOnFocusGoesToTheReport) {
-    server_->QueueFailure("FuelingPositionInformation",
-                          RuntimeError(438, "Object doesn't support this property or method"));
-    QTest::mouseClick(Find<QRadioButton>("Button3"), Qt::LeftButton);
-    ASSERT_EQ(1u, report_.errors.size());
-    EXPECT_EQ(438, report_.errors[0].number());
+TEST_F(ConsoleWindowTest, SmallButtonsAreOnTopPaintedAndTakeTheClick) {
+    struct Overlap {
+        const char* small;
+        const char* large;
+        QRect geometry;      // in pixels: twips over 15
+        QRgb colour;         // its own background, painted
+        const char* member;  // what a click on it assigns
+        QPoint largeOnly;    // a point of the large button outside the small one
+    };
+    for (const Overlap& o : {
+             Overlap{"Price3Blend", "Price3", QRect(288, 392, 9, 9), qRgb(0x00, 0x80, 0x00), "Price", QPoint(270, 405)},
+             Overlap{"STOP_ALL", "Stop", QRect(408, 424, 33, 25), qRgb(0xFF, 0x00, 0x00), "Stop", QPoint(360, 436)},
+         }) {
+        QWidget* small = view().Widget(o.small);
+        ASSERT_NE(small, nullptr) << o.small;
+        EXPECT_EQ(o.geometry, small->geometry()) << o.small;
+        // Away from the caption, which is drawn over the colour.
+        EXPECT_EQ(o.colour, view().grab().toImage().pixel(small->geometry().topLeft() + QPoint(2, 2))) << o.small;
+
+        server_->calls.clear();
+        EXPECT_EQ(small, ClickAt(small->geometry().center())) << o.small;
+        ASSERT_EQ(1u, server_->calls.size()) << o.small;
+        EXPECT_EQ(o.member, server_->calls[0].member);
+
+        // The rest of the large button is still its own.
+        server_->calls.clear();
+        EXPECT_EQ(view().Widget(o.large), ClickAt(o.largeOnly)) << o.large;
+        ASSERT_EQ(1u, server_->calls.size()) << o.large;
+    }
+    EXPECT_TRUE(report_.errors.empty());
+}
+
+// The other-devices window as real widgets: real key presses in the code box.
+class OtherDevicesWidgets : public ::testing::Test {
+protected:
+    void SetUp() override {
+        test_.Click("OTHERDEVICESBUTTON");
+        Console& console = test_.console();
+        view_ = std::make_unique<FormView>(
+            console.Description(kOtherDevicesForm), console.Form(kOtherDevicesForm),
+            [this](const Handler& handler) { Dispatch(test_.console(), handler, test_.report()); });
+        view_->show();
+        QApplication::setActiveWindow(view_.get());
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(view_.get()));
+    }
+
+    template <typename Widget>
+    Widget* Find(const char* name) {
+        auto* widget = qobject_cast<Widget*>(view_->Widget(name));
+        EXPECT_NE(widget, nullptr) << name;
+        return widget;
+    }
+
+    testing::TestConsole test_;
+    std::unique_ptr<FormView> view_;
+};
+
+TEST_F(OtherDevicesWidgets, TypingAnywhereInTheCodeBoxKeepsTheCursorWhereItWas) {
+    QLineEdit* codeBox = Find<QLineEdit>("CodeBox");
+    ASSERT_NE(codeBox, nullptr);
+    EXPECT_FALSE(codeBox->isReadOnly());
+    QTest::keyClicks(codeBox, "12345");
+    EXPECT_TEXT(u"12345", test_.console().CodeNumber);
+    QTest::keyClick(codeBox, Qt::Key_Home);
+    QTest::keyClicks(codeBox, "98");
+    EXPECT_EQ(QStringLiteral("9812345"), codeBox->text());
+    EXPECT_TEXT(u"9812345", test_.console().CodeNumber);
+    QTest::keyClick(codeBox, Qt::Key_End);
+    QTest::keyClick(codeBox, Qt::Key_Backspace);
+    EXPECT_TEXT(u"981234", test_.console().CodeNumber);
+
+    QTest::mouseClick(Find<QPushButton>("CANCELCODEBUTTON"), Qt::LeftButton);
+    ASSERT_EQ(1u, test_.calls().size());
+    EXPECT_TEXT(u"CancelCarWashCode\r\nCarWashCode=981234\r\n\0"s, test_.calls()[0].text());
+}
+
+TEST_F(OtherDevicesWidgets, TheDeviceDataBoxShowsTheLinesOfAClickedCommand) {
+    QPlainTextEdit* deviceData = Find<QPlainTextEdit>("DeviceData");
+    ASSERT_NE(deviceData, nullptr);
+    EXPECT_EQ(Qt::ScrollBarAlwaysOn, deviceData->horizontalScrollBarPolicy());
+    EXPECT_EQ(Qt::ScrollBarAlwaysOn, deviceData->verticalScrollBarPolicy());
+    QTest::mouseClick(Find<QPushButton>("CWGETCODEBUTTON"), Qt::LeftButton);
+    EXPECT_EQ(QStringLiteral("ProgramNumber=01\nPriceLevel=01\nOptionCount=2\nOptionNumber=01\nPriceLevel=01\n"
+                             "OptionNumber=03\nPriceLevel=01\n"),
+              deviceData->toPlainText());
+    EXPECT_TEXT(u"<Object>.CarWashInformationRequest = <data>", test_.console().FunctionBox());
+    // 10920 x 6480 twips at 15 twips a pixel; the code box at 3360, 5160.
+    EXPECT_EQ(QSize(728, 432), view_->size());
+    EXPECT_EQ(QRect(224, 344, 97, 25), Find<QLineEdit>("CodeBox")->geometry());
 }
 
 }  // namespace

@@ -1,8 +1,7 @@
 // The set-up dialogs as real windows, opened from the console's Set-up menu
 // and driven with real mouse clicks on their option buttons.
 #include "console/system_commands.h"
-#include "support/test_support.h"
-#include "ui/console_window.h"
+#include "support/qt_console.h"
 #include "ui/qt_ports.h"
 
 #include <gtest/gtest.h>
@@ -26,28 +25,12 @@ namespace vantrel {
 namespace {
 
 using testing::RecordedCall;
-using testing::RecordingReport;
-using testing::RecordingServer;
-using testing::ScriptedPrompter;
 
 const Text kNul(1, u'\0');
 const Text kLogLine = u"LogFileName=c:\\xfer\\logfile.log\r\n";
 
-class SetupDialogsTest : public ::testing::Test {
+class SetupDialogsTest : public testing::QtConsoleTest {
 protected:
-    void Start(Prompter& prompter, bool runTimers) {
-        servers_.Register(std::string(kServerProgId), [this] {
-            auto server = std::make_unique<RecordingServer>();
-            server_ = server.get();
-            return server;
-        });
-        app_ = std::make_unique<ConsoleApp>(servers_, events_, prompter, report_, ConsoleOptions{runTimers});
-        app_->Load();
-        app_->Show();
-        QApplication::setActiveWindow(&app_->window());
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&app_->window()));
-    }
-
     // Picks a Set-up menu entry and runs `inside` once the dialog is up. A
     // dialog that `inside` leaves open is closed and fails the test, so a
     // mistake cannot hang the run.
@@ -91,17 +74,10 @@ protected:
             QTest::mouseClick(button, Qt::LeftButton);
         }
     }
-
-    ServerRegistry servers_;
-    CallEvents events_;
-    ScriptedPrompter prompter_;
-    RecordingReport report_;
-    RecordingServer* server_ = nullptr;
-    std::unique_ptr<ConsoleApp> app_;
 };
 
 TEST_F(SetupDialogsTest, SerialPortOptionsSitInTheirFramesAndTheOkSendsTheBlock) {
-    Start(prompter_, false);
+    Start();
     Console& console = app_->console();
     prompter_.Ok();
     OpenFromMenu("SerialPortParaEntry", [&](QDialog& dialog) {
@@ -137,7 +113,7 @@ TEST_F(SetupDialogsTest, SerialPortOptionsSitInTheirFramesAndTheOkSendsTheBlock)
 }
 
 TEST_F(SetupDialogsTest, TheDebugDialogShowsItsTextsAndRecordsTheChoice) {
-    Start(prompter_, false);
+    Start();
     Console& console = app_->console();
     OpenFromMenu("GetDebugSelectEntry", [&](QDialog& dialog) {
         EXPECT_EQ(QStringLiteral("Get Debug Select"), dialog.windowTitle());
@@ -155,8 +131,8 @@ TEST_F(SetupDialogsTest, TheDebugDialogShowsItsTextsAndRecordsTheChoice) {
 // tick leaves in CommandData is what the OK then assigns.
 TEST_F(SetupDialogsTest, TheRealTimerTicksUnderTheOkBoxAndReplacesTheBlock) {
     QtPrompter boxes;
-    Start(boxes, true);
-    auto* stress = app_->window().findChild<QPushButton*>(QStringLiteral("STRESS_BUTTON"));
+    Start(&boxes, true);
+    auto* stress = Find<QPushButton>("STRESS_BUTTON");
     ASSERT_NE(stress, nullptr);
     QTest::mouseClick(stress, Qt::LeftButton);
     EXPECT_TRUE(stress->styleSheet().contains(QStringLiteral("#00ff00"))) << stress->styleSheet().toStdString();

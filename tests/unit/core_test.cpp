@@ -1,4 +1,3 @@
-#include "server/command_block.h"
 #include "server/runtime_error.h"
 #include "server/server_calls.h"
 #include "server/trace_json.h"
@@ -13,38 +12,6 @@
 
 namespace vantrel {
 namespace {
-
-TEST(CommandBlock, BuildsTheSeparatorFormsExactly) {
-    EXPECT_TEXT(Text(1, u'\0'), CommandBlock().Terminate().Text());
-    EXPECT_TEXT(Text(u"Hose=0\r\n") + u'\0', CommandBlock().AddLine(u"Hose=0").Terminate().Text());
-    EXPECT_EQ(9u, CommandBlock().AddLine(u"Hose=0").Terminate().Text().size());
-
-    // Beeper: LF alone; keypad: CR LF then LF.
-    EXPECT_TEXT(Text(u"ReaderPosition=05\nBeepCounts=03\n") + u'\0',
-                CommandBlock().AddLineLf(u"ReaderPosition=05").AddLineLf(u"BeepCounts=03").Terminate().Text());
-    EXPECT_TEXT(Text(u"ReaderPosition=01\r\nKeyData=x\n") + u'\0',
-                CommandBlock().AddLine(u"ReaderPosition=01").AddLineLf(u"KeyData=x").Terminate().Text());
-
-    // Control characters inside a value travel unchanged.
-    const Text data = Text(u"PacketData=C") + char16_t(16) + char16_t(7);
-    EXPECT_TEXT(data + u"\r\n" + u'\0', CommandBlock().AddLine(data).Terminate().Text());
-
-    // Clear starts again; nothing is trimmed or re-cased.
-    CommandBlock block;
-    block.AddLine(u"old");
-    EXPECT_TEXT(u" SlowdownPoint= x ", block.Clear().Append(u" SlowdownPoint= x ").Text());
-}
-
-TEST(CommandBlock, FormatsPositionsAndPaddedNumbers) {
-    EXPECT_TEXT(u"01", PositionText(1));
-    EXPECT_TEXT(u"09", PositionText(9));
-    EXPECT_TEXT(u"32", PositionText(32));
-    EXPECT_TEXT(u"017", ZeroPad(17, 3));
-    EXPECT_TEXT(u"1234", ZeroPad(1234, 3));
-    EXPECT_TEXT(u"00106", ZeroPad(106, 5));
-    EXPECT_TEXT(u"000", ZeroPad(0, 3));
-    EXPECT_TEXT(u"-005", ZeroPad(-5, 3));
-}
 
 TEST(Conversions, ToInt16FollowsThePlatformRules) {
     EXPECT_EQ(0, ToInt16(Variant()));
@@ -110,17 +77,6 @@ TEST(Conversions, ToTextShowsEveryKind) {
     EXPECT_TEXT(u"1E-05", ToText(Variant::OfDouble(0.00001)));
     EXPECT_TEXT(u"True", ToText(Variant::OfBoolean(true)));
     EXPECT_THROW(ToText(Variant::Null()), RuntimeError);
-}
-
-TEST(ServerRegistry, AnUnknownProgIdCannotBeCreated) {
-    ServerRegistry registry;
-    try {
-        registry.Create("Vantrel.Application");
-        FAIL() << "created an object nobody registered";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(429, error.number());
-        EXPECT_EQ("ActiveX component can't create object", error.description());
-    }
 }
 
 TEST(Trace, WritesEveryValueKindAndControlCharacterAsJson) {

@@ -27,31 +27,18 @@ TEST(StartUp, SelectsPositionOneAndAsksTheServerNothing) {
     }
 }
 
-struct PositionCase {
-    int position;
-    const char16_t* pumpText;
-    const char16_t* positionText;
-};
-
-class PositionClick : public ::testing::TestWithParam<PositionCase> {};
-
-TEST_P(PositionClick, SelectsWithoutCallingTheServer) {
-    const PositionCase& c = GetParam();
-    TestConsole test;
-    test.Click("Button" + std::to_string(c.position));
-    EXPECT_TEXT(c.pumpText, test.console().Window().TextOf("TextBoxPumpNumber"));
-    EXPECT_EQ(Variant::OfInt16(static_cast<std::int16_t>(c.position)), test.console().SelectedPosition);
-    EXPECT_TEXT(c.positionText, test.console().SelectedPositionText);
-    EXPECT_TRUE(test.calls().empty());
-    EXPECT_TEXT(u"Function Box", test.console().FunctionBox());
+TEST(PositionClick, SelectsWithoutCallingTheServer) {
+    for (const auto& [position, text] : {std::pair{1, u"01"}, {9, u"09"}, {10, u"10"}, {17, u"17"}, {32, u"32"}}) {
+        TestConsole test;
+        test.Click("Button" + std::to_string(position));
+        EXPECT_TEXT(u"Fueling Position -> " + FromUtf8(std::to_string(position)),
+                    test.console().Window().TextOf("TextBoxPumpNumber"));
+        EXPECT_EQ(Variant::OfInt16(static_cast<std::int16_t>(position)), test.console().SelectedPosition);
+        EXPECT_TEXT(text, test.console().SelectedPositionText);
+        EXPECT_TRUE(test.calls().empty());
+        EXPECT_TEXT(u"Function Box", test.console().FunctionBox());
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Positions, PositionClick,
-                         ::testing::Values(PositionCase{1, u"Fueling Position -> 1", u"01"},
-                                           PositionCase{9, u"Fueling Position -> 9", u"09"},
-                                           PositionCase{10, u"Fueling Position -> 10", u"10"},
-                                           PositionCase{17, u"Fueling Position -> 17", u"17"},
-                                           PositionCase{32, u"Fueling Position -> 32", u"32"}));
 
 TEST(PositionFocus, AsksForTheInformationByNumberAndMarksTheLabel) {
     TestConsole test;
@@ -100,28 +87,6 @@ TEST(PositionFocus, AServerFailureGoesToTheErrorReport) {
     // The function box was written before the call; the data box was not.
     EXPECT_TEXT(u"<returned data>=<Object>.FuelingPositionInformation(passed data)", test.console().FunctionBox());
     EXPECT_TEXT(u"", test.console().DataBox());
-}
-
-TEST(ConsoleForm, PlacesTheSelectorAtItsTwips) {
-    TestConsole test;
-    const FormDescription& form = test.console().Description(kConsoleForm);
-    const Control* button17 = form.Find("Button17");
-    ASSERT_NE(button17, nullptr);
-    EXPECT_EQ(7800, button17->left);
-    EXPECT_EQ(1320, button17->top);
-    const Control* label16 = form.Find("ButtLab16");
-    ASSERT_NE(label16, nullptr);
-    EXPECT_EQ(7200, label16->left);
-    EXPECT_EQ(1320 + 360 * 15, label16->top);
-    EXPECT_EQ(u"16", label16->caption);
-    EXPECT_EQ(u"Vantrel Test Utility    (Test 10/29/10)", form.caption);
-    // Every control name is unique within its window.
-    for (const FormDescription& window : test.console().Descriptions()) {
-        std::set<std::string> names;
-        for (const Control& control : window.controls) {
-            EXPECT_TRUE(names.insert(control.name).second) << window.name << " repeats " << control.name;
-        }
-    }
 }
 
 }  // namespace

@@ -1,3 +1,5 @@
+// Stress mode and the set-up dialogs, which share CommandData with it.
+#include "console/setup_dialogs.h"
 #include "console/system_commands.h"
 
 #include "support/test_support.h"
@@ -10,6 +12,221 @@ namespace {
 using testing::RecordedCall;
 using testing::ScriptedPrompter;
 using testing::TestConsole;
+
+constexpr char kDebug[] = "GetDebugSelect";
+constexpr char kSerial[] = "SerialPortPara";
+
+const Text kLogLine = u"LogFileName=c:\\xfer\\logfile.log\r\n";
+const Text kNul(1, u'\0');
+
+// A person's click on an option: it becomes the selected one of its group,
+// then its click handler runs where it has one.
+void Choose(TestConsole& test, const char* form, const std::string& option) {
+    test.console().Form(form).SetChecked(option, true);
+    const Control* row = test.console().Description(form).Find(option);
+    ASSERT_NE(row, nullptr) << option;
+    if (row->click) {
+        test.Click(option, form);
+    }
+}
+
+// Opens a dialog from the console's Set-up menu, as the technician does.
+void Open(TestConsole& test, const char* form) {
+    for (const MenuEntry& entry : SetupMenu()) {
+        if (entry.name == std::string(form) + "Entry") {
+            Dispatch(test.console(), entry.action, test.report());
+            return;
+        }
+    }
+    ADD_FAILURE() << "the Set-up menu has no entry for " << form;
+}
+
+// GetDebugSelect
+
+// The load writes the labels on the first showing only; the options keep
+// their choice between openings.
+TEST(GetDebugSelect, OpensFromTheSetUpMenuAndLoadsOnce) {
+    TestConsole test;
+    EXPECT_TEXT(u"Label4", test.console().Form(kDebug).TextOf("Label4"));
+    Open(test, kDebug);
+    EXPECT_EQ(std::vector<std::string>{kDebug}, test.windows().shown);
+    FormState& form = test.console().Form(kDebug);
+    EXPECT_TEXT(u"Turn off Debug Mode", form.TextOf("Label1"));
+    EXPECT_TEXT(u"Log File - Link Data Only", form.TextOf("Label2"));
+    EXPECT_TEXT(u"Log File - OLE/DDE Only", form.TextOf("Label3"));
+    EXPECT_TEXT(u"Log File - Link & OLE/DDE ", form.TextOf("Label4"));
+    EXPECT_TEXT(u"msgbox - OLE/DDE only", form.TextOf("Label5"));
+    EXPECT_TEXT(u"msgbox - OLE/DDE & Link Data to Log File", form.TextOf("Label6"));
+    for (int mode = 0; mode <= 5; ++mode) {
+        EXPECT_FALSE(form.Checked("Select" + std::to_string(mode))) << "nothing is chosen at first";
+    }
+    Choose(test, kDebug, "Select4");
+    test.Click("cmdOK", kDebug);
+    test.console().DialogSelection = u"100";
+    form.SetText("Label1", u"marked");
+    Open(test, kDebug);
+    EXPECT_TEXT(u"marked", form.TextOf("Label1")) << "the load ran again";
+    test.Click("cmdOK", kDebug);
+    EXPECT_TEXT(u"4", test.console().DialogSelection);
+    EXPECT_TRUE(test.calls().empty());
+}
+
+class DebugChoice : public ::testing::TestWithParam<int> {};
+
+TEST_P(DebugChoice, OkRecordsTheModeAsADigitAndHides) {
+    const int mode = GetParam();
+    TestConsole test;
+    test.console().DialogSelection = u"100";
+    Open(test, kDebug);
+    Choose(test, kDebug, "Select" + std::to_string(mode));
+    EXPECT_TEXT(u"100", test.console().DialogSelection) << "choosing alone records nothing";
+    test.Click("cmdOK", kDebug);
+    EXPECT_TEXT(FromUtf8(std::to_string(mode)), test.console().DialogSelection);
+    EXPECT_EQ(std::vector<std::string>{kDebug}, test.windows().hidden);
+    EXPECT_TRUE(test.calls().empty());
+    EXPECT_TRUE(test.prompter().boxes.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Modes, DebugChoice, ::testing::Range(0, 6));
+
+TEST(GetDebugSelect, OkWithNothingChosenKeepsTheSelectionAndCancelLeavesOneHundred) {
+    TestConsole test;
+    test.console().DialogSelection = u"BaudRate=4800\r\n";
+    Open(test, kDebug);
+    test.Click("cmdOK", kDebug);
+    EXPECT_TEXT(u"BaudRate=4800\r\n", test.console().DialogSelection);
+    test.Click("cmdCancel", kDebug);
+    EXPECT_TEXT(u"100", test.console().DialogSelection);
+    EXPECT_EQ((std::vector<std::string>{kDebug, kDebug}), test.windows().hidden);
+    EXPECT_TRUE(test.prompter().boxes.empty()) << "the debug Cancel shows no box";
+}
+
+// SerialPortPara: baud clicks append, port clicks replace; the OK rebuilds
+// one port line and one rate line from the options where they are chosen,
+// shows the block and sends it to the server its load bound.
+struct OkCase {
+    const char* name;
+    std::vector<std::string> options;  // clicked in this order
+    const char16_t* afterClicks;
+    const char16_t* lines;  // the block before the log file line
+};
+
+void PrintTo(const OkCase& c, std::ostream* out) { *out << c.name; }
+
+class SerialOk : public ::testing::TestWithParam<OkCase> {};
+
+TEST_P(SerialOk, ClicksAccumulateAndTheOkShowsTheBlockThenSendsIt) {
+    TestConsole test;
+    Open(test, kSerial);
+    for (const std::string& option : GetParam().options) {
+        Choose(test, kSerial, option);
+    }
+    EXPECT_TEXT(GetParam().afterClicks, test.console().DialogSelection);
+    EXPECT_TRUE(test.calls().empty());
+    bool hiddenDuringBox = false;
+    test.prompter().During([&] { hiddenDuringBox = test.windows().hidden.size() == 1; }).Ok();
+    test.Click("SPOK", kSerial);
+
+    const Text block = GetParam().lines + kLogLine + kNul;
+    EXPECT_TRUE(test.report().errors.empty());
+    ASSERT_EQ(1u, test.prompter().boxes.size());
+    EXPECT_EQ(ScriptedPrompter::Box::Kind::Message, test.prompter().boxes[0].kind);
+    EXPECT_TEXT(block, test.prompter().boxes[0].text);
+    EXPECT_TEXT(kApplicationTitle, test.prompter().boxes[0].title);
+    EXPECT_TRUE(hiddenDuringBox) << "the dialog hides before its box";
+    EXPECT_TRUE(testing::SinglePut(test.calls(), "SerialPortParameters", block));
+    EXPECT_EQ(Variant::OfText(block), test.console().CommandData);
+    EXPECT_TEXT(GetParam().lines, test.console().DialogSelection);
+    EXPECT_TEXT(u"Function Box", test.console().FunctionBox());
+    EXPECT_TEXT(u"", test.console().DataBox());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Choices, SerialOk,
+    ::testing::Values(
+        OkCase{"PortOneAt19200",
+               {"oComm1", "oBR19200"},
+               u"PortNumber=1\r\nBaudRate=19200\r\n",
+               u"PortNumber=1\r\nBaudRate=19200\r\n"},
+        OkCase{"TwoRates", {"oBR2400", "oBR9600"}, u"BaudRate=2400\r\nBaudRate=9600\r\n", u"BaudRate=9600\r\n"},
+        OkCase{"SameRateTwice", {"oBR4800", "oBR4800"}, u"BaudRate=4800\r\nBaudRate=4800\r\n", u"BaudRate=4800\r\n"},
+        OkCase{"PortReplacesRates",
+               {"oBR2400", "oBR9600", "oComm3"},
+               u"PortNumber=3\r\n",
+               u"PortNumber=3\r\nBaudRate=9600\r\n"},
+        OkCase{"ManyClicks",
+               {"oBR2400", "oComm4", "oBR4800", "oBR4800", "oComm3", "oBR2400"},
+               u"PortNumber=3\r\nBaudRate=2400\r\n",
+               u"PortNumber=3\r\nBaudRate=2400\r\n"},
+        // No rate chosen: whatever the clicks left stands.
+        OkCase{"PortOnly", {"oComm4"}, u"PortNumber=4\r\n", u"PortNumber=4\r\n"}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(SerialPortPara, TheSelectionIsSharedWithTheDebugDialog) {
+    TestConsole test;
+    Open(test, kDebug);
+    Choose(test, kDebug, "Select3");
+    test.Click("cmdOK", kDebug);
+    Open(test, kSerial);
+    Choose(test, kSerial, "oBR9600");
+    EXPECT_TEXT(u"3BaudRate=9600\r\n", test.console().DialogSelection);
+
+    test.prompter().Ok();
+    test.Click("SPCancel", kSerial);
+    Choose(test, kSerial, "oBR2400");
+    EXPECT_TEXT(u"100BaudRate=2400\r\n", test.console().DialogSelection);
+}
+
+TEST(SerialPortPara, CancelSaysSoLeavesOneHundredAndSendsNothing) {
+    TestConsole test;
+    Open(test, kSerial);
+    Choose(test, kSerial, "oComm1");
+    bool hiddenDuringBox = true;
+    test.prompter().During([&] { hiddenDuringBox = !test.windows().hidden.empty(); }).Ok();
+    test.Click("SPCancel", kSerial);
+    EXPECT_TEXT(u"100", test.console().DialogSelection);
+    ASSERT_EQ(1u, test.prompter().boxes.size());
+    EXPECT_TEXT(u"you cancelled the Serial Port dialog box", test.prompter().boxes[0].text);
+    EXPECT_TEXT(kApplicationTitle, test.prompter().boxes[0].title);
+    EXPECT_FALSE(hiddenDuringBox) << "the box comes while the dialog is still up";
+    EXPECT_EQ(std::vector<std::string>{kSerial}, test.windows().hidden);
+    EXPECT_TRUE(test.calls().empty());
+}
+
+TEST(SerialPortPara, AnOkWithNoServerBoundEndsAfterItsBox) {
+    // Only the dialog's load binds DialogServer; an OK that never went
+    // through it finds the reference unset.
+    TestConsole test;
+    test.prompter().Ok();
+    test.Click("SPOK", kSerial);
+    ASSERT_EQ(1u, test.report().errors.size());
+    EXPECT_EQ(91, test.report().errors[0].number());
+    EXPECT_EQ(1u, test.prompter().boxes.size());
+    EXPECT_EQ(std::vector<std::string>{kSerial}, test.windows().hidden);
+    EXPECT_TRUE(test.calls().empty());
+}
+
+// CommandData is shared with the stress tick: a tick while the block waits
+// in its box replaces it, and the key pad block goes to the serial member.
+TEST(SerialPortPara, AStressTickDuringTheBoxReplacesTheBlockThatIsSent) {
+    TestConsole test;
+    test.Click("STRESS_BUTTON");
+    Open(test, kSerial);
+    Choose(test, kSerial, "oComm1");
+    Choose(test, kSerial, "oBR19200");
+    test.prompter().During([&] { test.Tick(); }).Ok();
+    test.Click("SPOK", kSerial);
+
+    const Text keyPad17 = u"ReaderPosition=17\r\nKeyData=123@R456A@789NYL0EHCe\n" + kNul;
+    EXPECT_TEXT(u"PortNumber=1\r\nBaudRate=19200\r\n" + kLogLine + kNul, test.prompter().boxes.at(0).text);
+    ASSERT_EQ(3u, test.calls().size());
+    EXPECT_EQ("KeyPadConfiguration", test.calls()[0].member);
+    EXPECT_EQ("KeyPadConfiguration", test.calls()[1].member);
+    EXPECT_EQ("SerialPortParameters", test.calls()[2].member);
+    EXPECT_TEXT(keyPad17, test.calls()[2].text());
+}
+
+// Stress mode
 
 // The key pad block of the stress traffic for one reader: CR LF after the
 // position line, LF alone after the key data, then NUL.
@@ -26,136 +243,6 @@ void ExpectStressPair(const std::vector<RecordedCall>& calls, std::size_t from) 
     EXPECT_TEXT(StressBlock(u"01"), calls[from].text());
     EXPECT_TEXT(StressBlock(u"17"), calls[from + 1].text());
 }
-
-// The calls without argument: the function box first, then the call; only
-// SystemVersions and the self-test status write the data box.
-struct CallCase {
-    const char* name;
-    const char* button;
-    const char* member;
-    Variant answer;
-    const char16_t* functionBox;
-    const char16_t* dataBox;
-};
-
-class SystemCall : public ::testing::TestWithParam<CallCase> {};
-
-TEST_P(SystemCall, EchoesAndShowsWhatTheCommandShows) {
-    const CallCase& c = GetParam();
-    TestConsole test;
-    test.console().SetFunctionBox(u"before");
-    test.console().SetDataBox(u"before");
-    test.server().QueueAnswer(c.member, c.answer);
-    test.Click(c.button);
-    EXPECT_TRUE(test.report().errors.empty());
-    ASSERT_EQ(1u, test.calls().size());
-    EXPECT_EQ(RecordedCall::Kind::Call, test.calls()[0].kind);
-    EXPECT_EQ(c.member, test.calls()[0].member);
-    EXPECT_TEXT(c.functionBox, test.console().FunctionBox());
-    EXPECT_TEXT(c.dataBox, test.console().DataBox());
-}
-
-constexpr char16_t kComplete[] = u"Self Diagnositcs\r\nreport Complete";
-constexpr char16_t kBusy[] = u"Self Diagnositcs\r\nreport busy";
-
-INSTANTIATE_TEST_SUITE_P(
-    Buttons, SystemCall,
-    ::testing::Values(
-        CallCase{"Versions", "SystemVersions", "SystemVersions", Variant::OfText(u"App=10.29\r\nLink=\x1bup"),
-                 u"(data)=<Object>.SystemVersions", u"App=10.29\r\nLink=\x1bup"},
-        CallCase{"SelfTestStart", "SelfTestStart", "SelfDiagnosticsReportStart", Variant::OfInt16(7),
-                 u"<Object>.SelfDiagnosticsReportStart", u"before"},
-        CallCase{"StatusZero", "SelfTestStatus", "SelfDiagnosticsReportStatus", Variant::OfInt16(0),
-                 u"<Object>.SelfDiagnosticsReportStatus", kComplete},
-        CallCase{"StatusEmptyIsZero", "SelfTestStatus", "SelfDiagnosticsReportStatus", Variant(),
-                 u"<Object>.SelfDiagnosticsReportStatus", kComplete},
-        CallCase{"StatusOne", "SelfTestStatus", "SelfDiagnosticsReportStatus", Variant::OfInt16(1),
-                 u"<Object>.SelfDiagnosticsReportStatus", kBusy},
-        CallCase{"StatusMinusOne", "SelfTestStatus", "SelfDiagnosticsReportStatus", Variant::OfInt16(-1),
-                 u"<Object>.SelfDiagnosticsReportStatus", kBusy},
-        CallCase{"HelpFile", "HELP_BUTTON", "InvokeHelpFile", Variant::OfInt16(-1), u"before", u"before"}),
-    [](const auto& info) { return info.param.name; });
-
-// The numeric results are converted even where they are dropped, so an
-// answer that is no 16-bit number ends the console like any failing call.
-struct FailureCase {
-    const char* button;
-    const char* member;
-    Variant answer;  // answered instead of failing when it is no Empty
-    int number;
-    bool asks = false;  // the command asks Yes or No first
-};
-
-class SystemCommandFailure : public ::testing::TestWithParam<FailureCase> {};
-
-TEST_P(SystemCommandFailure, GoesToTheErrorReport) {
-    const FailureCase& c = GetParam();
-    TestConsole test;
-    if (c.asks) {
-        test.prompter().Yes();
-    }
-    if (c.answer == Variant()) {
-        test.server().QueueFailure(c.member, RuntimeError(c.number, "Automation error"));
-    } else {
-        test.server().QueueAnswer(c.member, c.answer);
-    }
-    test.Click(c.button);
-    ASSERT_EQ(1u, test.report().errors.size());
-    EXPECT_EQ(c.number, test.report().errors[0].number());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Buttons, SystemCommandFailure,
-    ::testing::Values(FailureCase{"SystemVersions", "SystemVersions", Variant(), -2147417848},
-                      FailureCase{"SelfTestStart", "SelfDiagnosticsReportStart", Variant::OfText(u"started"), 13},
-                      FailureCase{"SelfTestStatus", "SelfDiagnosticsReportStatus", Variant::OfInt32(40000), 6},
-                      FailureCase{"WindowControl", "WindowControl", Variant(), 70, true}));
-
-// Window control
-
-struct VisibilityCase {
-    const char* name;
-    bool yes;
-    const char16_t* line;
-};
-
-class WindowControl : public ::testing::TestWithParam<VisibilityCase> {};
-
-TEST_P(WindowControl, AsksThenAssignsTheBlockAndLeavesTheDataBox) {
-    const VisibilityCase& c = GetParam();
-    TestConsole test;
-    test.console().SetDataBox(u"before");
-    Text functionBoxDuringQuestion;
-    test.prompter().During([&] { functionBoxDuringQuestion = test.console().FunctionBox(); });
-    if (c.yes) {
-        test.prompter().Yes();
-    } else {
-        test.prompter().No();
-    }
-    test.Click("WindowControl");
-    EXPECT_TEXT(u"<Object>.WindowControl = (data)", functionBoxDuringQuestion);
-
-    ASSERT_EQ(1u, test.prompter().boxes.size());
-    EXPECT_EQ(ScriptedPrompter::Box::Kind::Question, test.prompter().boxes[0].kind);
-    EXPECT_TEXT(u"Do you want Vantrel visible?", test.prompter().boxes[0].text);
-    EXPECT_TEXT(u"WindowControl Select", test.prompter().boxes[0].title);
-
-    const Text block = Text(c.line) + u"\r\n" + Text(1, u'\0');
-    ASSERT_EQ(1u, test.calls().size());
-    EXPECT_EQ(RecordedCall::Kind::Put, test.calls()[0].kind);
-    EXPECT_EQ("WindowControl", test.calls()[0].member);
-    EXPECT_TEXT(block, test.calls()[0].text());
-    EXPECT_EQ(Variant::OfText(block), test.console().CommandData);
-    EXPECT_TEXT(u"<Object>.WindowControl = (data)", test.console().FunctionBox());
-    EXPECT_TEXT(u"before", test.console().DataBox());
-}
-
-INSTANTIATE_TEST_SUITE_P(Answers, WindowControl,
-                         ::testing::Values(VisibilityCase{"YesShows", true, u"Visible"},
-                                           VisibilityCase{"NoHides", false, u"Hide"}),
-                         [](const auto& info) { return info.param.name; });
-
-// Stress mode
 
 // Readers 01 and 17 whatever position is selected, and nothing in the echo
 // boxes.

@@ -1,7 +1,8 @@
+// The graphics and test functions windows, and SET IMAGE's file.
 #include "graphics/file_table.h"
 #include "graphics/graphics.h"
+#include "graphics/local_path.h"
 #include "graphics/test_functions.h"
-#include "server/command_block.h"
 
 #include "support/drive_folder.h"
 #include "support/test_support.h"
@@ -12,6 +13,7 @@
 #include <functional>
 #include <fstream>
 #include <limits>
+#include <map>
 #include <ostream>
 #include <string>
 
@@ -19,73 +21,19 @@ namespace vantrel {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::RecordedCall;
 using testing::TestConsole;
 
-const Text ESC = u"\x1b";
-const Text SUB = u"\x1a";
 const Text NUL(1, u'\0');
-
-const Text kPrompt =
-    u"<DisplaySecurePromptCommand SequenceNumber=\"0\" PromptId=\"3\" Language=\"en\" "
-    u"SecurityLevel=\"Encrypted\" MaxLength=\"4\" AutoTerminate=\"true\" Hidden=\"false\" "
-    u"PINSupportData=\"5A3C19E07B42D68F\"/>";
 const Text kImageHeader =
     u"<DisplayCommand><SetImageDetailsCommand SequenceNumber=\"0\"ImageId=\"1\" "
     u"Filename=\"Banner.png\" Language=\"en\">";
 
-// The commands of the test functions window leave every box, CommandData
-// and the window itself as they were.
+// SET IMAGE leaves every box and CommandData as they were.
 void ExpectNothingElseChanged(TestConsole& test) {
     EXPECT_TEXT(u"Function Box", test.console().FunctionBox());
     EXPECT_TEXT(u"", test.console().DataBox());
     EXPECT_TRUE(test.console().CommandData.is(Variant::Kind::Empty));
-    EXPECT_TRUE(test.windows().hidden.empty());
     EXPECT_TRUE(test.report().errors.empty());
-}
-
-class TestFunctionAt : public ::testing::TestWithParam<int> {
-protected:
-    void Press(const char* button) {
-        test.Click("Button" + std::to_string(GetParam()));
-        test.Click("TEST_FUNCTION_BUTTON");
-        test.Click(button, kTestFunctionForm);
-    }
-    Text Position() const { return PositionText(GetParam()); }
-    TestConsole test;
-};
-
-TEST_P(TestFunctionAt, SecurePromptGoesOutAsAPacketOfItsOwnLength) {
-    ASSERT_EQ(185u, kPrompt.size());
-    Press("iXCAT_DES_TEST");
-    ASSERT_EQ(1u, test.calls().size());
-    EXPECT_EQ(RecordedCall::Kind::Put, test.calls()[0].kind);
-    EXPECT_EQ("PacketQueOutput", test.calls()[0].member);
-    EXPECT_TEXT(u"ReaderPosition=" + Position() + u"\r\nPacketCount=185\r\nPacketData=" + kPrompt + u"\r\n" + NUL,
-                test.calls()[0].text());
-    ExpectNothingElseChanged(test);
-}
-
-TEST_P(TestFunctionAt, SpecialTestsCentresTheLongLineInCourier) {
-    Press("SecialTests");
-    ASSERT_EQ(1u, test.calls().size());
-    EXPECT_EQ(RecordedCall::Kind::Put, test.calls()[0].kind);
-    EXPECT_EQ("DisplayData", test.calls()[0].member);
-    EXPECT_TEXT(u"ReaderPosition=" + Position() + u"\r\nMessage=" + ESC + u"G" + ESC + SUB + u"000" + ESC + u"A22" +
-                    ESC + u"F\"Courier New\"14" + u"Center this very very long xxxxxxxxx text line\r\n" + NUL,
-                test.calls()[0].text());
-    ExpectNothingElseChanged(test);
-}
-
-INSTANTIATE_TEST_SUITE_P(Positions, TestFunctionAt, ::testing::Values(1, 32));
-
-TEST(TestFunctions, ExitOnlyHidesTheWindow) {
-    TestConsole test;
-    test.Click("TEST_FUNCTION_BUTTON");
-    test.Click("EXIT_BUTTON", kTestFunctionForm);
-    EXPECT_EQ(std::vector<std::string>{kTestFunctionForm}, test.windows().shown);
-    EXPECT_EQ(std::vector<std::string>{kTestFunctionForm}, test.windows().hidden);
-    EXPECT_TRUE(test.calls().empty());
 }
 
 // A drive folder of its own for each test, holding the image file when a
@@ -225,6 +173,53 @@ TEST(ImagePacket, TheCountOverflowsOnlyPastThirtyTwoBits) {
         EXPECT_EQ(6, error.number());
     }
 }
+
+// Where the Windows path of the image file lies on this system.
+struct PathCase {
+    const char* title;
+    std::string windowsPath;
+    std::map<std::string, std::string> environment;
+    std::string expected;
+};
+
+class WindowsPath : public ::testing::TestWithParam<PathCase> {};
+
+TEST_P(WindowsPath, MapsTheDriveToItsFolder) {
+    const PathCase& c = GetParam();
+    const auto lookup = [&](const std::string& name) -> std::optional<std::string> {
+        const auto found = c.environment.find(name);
+        return found == c.environment.end() ? std::nullopt : std::optional(found->second);
+    };
+    EXPECT_EQ(std::filesystem::path(c.expected), MapWindowsPath(c.windowsPath, lookup));
+}
+
+const std::string kImage(kImageFile);
+const std::string kBelow = "/Projects/Vantrel/VantrelTest Utility/FP_blk.hex";
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, WindowsPath,
+    ::testing::Values(
+        PathCase{"moved", kImage, {{"VANTREL_DRIVE_C", "/srv/c"}, {"HOME", "/home/t"}}, "/srv/c" + kBelow},
+        PathCase{"xdg", kImage, {{"XDG_DATA_HOME", "/data"}, {"HOME", "/home/t"}}, "/data/vantrel-test/c" + kBelow},
+        PathCase{"home", kImage, {{"HOME", "/home/t"}}, "/home/t/.local/share/vantrel-test/c" + kBelow},
+        PathCase{"empty_means_unset",
+                 kImage,
+                 {{"VANTREL_DRIVE_C", ""}, {"XDG_DATA_HOME", ""}, {"HOME", "/home/t"}},
+                 "/home/t/.local/share/vantrel-test/c" + kBelow},
+        PathCase{"relative_xdg_ignored",
+                 kImage,
+                 {{"XDG_DATA_HOME", "data"}, {"HOME", "/home/t"}},
+                 "/home/t/.local/share/vantrel-test/c" + kBelow},
+        PathCase{"nothing_set", kImage, {}, "vantrel-test/c" + kBelow},
+        PathCase{"upper_case_drive", "C:\\x\\y.txt", {{"VANTREL_DRIVE_C", "/srv/c"}}, "/srv/c/x/y.txt"},
+        PathCase{"other_drive",
+                 "d:\\logs\\a.log",
+                 {{"VANTREL_DRIVE_C", "/srv/c"}, {"HOME", "/h"}},
+                 "/h/.local/share/vantrel-test/d/logs/a.log"},
+        PathCase{"other_drive_moved", "d:\\a", {{"VANTREL_DRIVE_D", "/mnt/d"}}, "/mnt/d/a"},
+        PathCase{"doubled_backslashes", "c:\\\\a\\\\b\\", {{"VANTREL_DRIVE_C", "/srv/c"}}, "/srv/c/a/b"},
+        PathCase{"no_drive", "rel\\file.hex", {{"VANTREL_DRIVE_C", "/srv/c"}}, "rel/file.hex"}),
+    [](const auto& info) { return std::string(info.param.title); });
 
 }  // namespace
 }  // namespace vantrel

@@ -1,4 +1,5 @@
 #include "queues/packet_queues.h"
+#include "server/code_page.h"
 
 #include "support/test_support.h"
 
@@ -11,6 +12,25 @@ namespace {
 
 using testing::RecordedCall;
 using testing::TestConsole;
+
+// The packet view shows a character by its byte in this code page.
+TEST(Windows1252, GivesTheByteOfEveryCharacterItCanWrite) {
+    // The last five are the bytes the code page leaves open: they pass through.
+    const std::pair<char16_t, int> codes[] = {
+        {0x0000, 0x00}, {0x001B, 0x1B}, {0x0020, 0x20}, {0x0041, 0x41}, {0x007F, 0x7F}, {0x20AC, 0x80},
+        {0x201A, 0x82}, {0x2026, 0x85}, {0x0160, 0x8A}, {0x017D, 0x8E}, {0x2018, 0x91}, {0x2014, 0x97},
+        {0x2122, 0x99}, {0x0153, 0x9C}, {0x0178, 0x9F}, {0x00A0, 0xA0}, {0x00E9, 0xE9}, {0x00FF, 0xFF},
+        {0x0081, 0x81}, {0x008D, 0x8D}, {0x008F, 0x8F}, {0x0090, 0x90}, {0x009D, 0x9D}};
+    for (const auto& [character, code] : codes) {
+        EXPECT_EQ(code, Windows1252Code(character)) << std::hex << static_cast<int>(character);
+    }
+    // C1 controls whose bytes hold other characters, letters beyond Latin-1,
+    // a lone surrogate, the replacement character: a question mark.
+    for (const char16_t character :
+         {u'\u0080', u'\u0085', u'\u009F', u'\u0100', u'\u0401', u'\u3042', char16_t{0xD800}, u'\uFFFD'}) {
+        EXPECT_EQ('?', Windows1252Code(character)) << std::hex << static_cast<int>(character);
+    }
+}
 
 // A packet answer as the server hands it over: fields at their fixed places
 // when the position has two digits and the count three.
@@ -102,23 +122,6 @@ TEST_P(PacketInput, ShowsTheHeaderAndEveryDataCharacterMadeVisible) {
 INSTANTIATE_TEST_SUITE_P(Answers, PacketInput, ::testing::ValuesIn(kViews),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST(PacketInput, AFailedCallOrAnAnswerWithoutTextLeavesTheDataBox) {
-    for (const bool callFails : {true, false}) {
-        TestConsole test;
-        test.console().SetDataBox(u"before");
-        if (callFails) {
-            test.server().QueueFailure("PacketQueInput", RuntimeError(440, "Automation error"));
-        } else {
-            test.server().QueueAnswer("PacketQueInput", Variant::Null());
-        }
-        test.Click("PacketQue");
-        ASSERT_EQ(1u, test.report().errors.size());
-        EXPECT_EQ(callFails ? 440 : 94, test.report().errors[0].number());
-        EXPECT_TEXT(u"(data)=<Object>.PacketQueInput", test.console().FunctionBox());
-        EXPECT_TEXT(u"before", test.console().DataBox());
-    }
-}
-
 // The largest counts the field can write: every data character shown, and
 // the data box written once rather than once per character.
 TEST(PacketInput, LargeCountsAreShownWholeInOneWrite) {
@@ -146,46 +149,43 @@ TEST(PacketInput, LargeCountsAreShownWholeInOneWrite) {
     }
 }
 
-TEST(PacketOut, SendsTheTestPacketForTheSelectedPosition) {
-    for (const int position : {1, 9, 32}) {
+// ReadErrorQue guards itself: a failed call or an answer that is no text
+// shows "Error", and the console goes on.
+TEST(ReadErrorQue, AFailureShowsErrorOnceAndTheConsoleGoesOn) {
+    for (const bool callFails : {true, false}) {
         TestConsole test;
-        test.Select(position);
-        const std::size_t before = test.calls().size();
-        test.Click("PacketOut");
+        test.console().SetDataBox(u"earlier answer");
+        if (callFails) {
+            test.server().QueueFailure("ReadErrorQue", RuntimeError(440, "Automation error"));
+        } else {
+            test.server().QueueAnswer("ReadErrorQue", Variant::Null());
+        }
+        test.prompter().Ok();
+        test.Click("ReadErrorQue");
 
-        const Text position2 = PositionText(position);
-        const Text block(u"ReaderPosition=" + position2 + u"\r\nPacketCount=003\r\nPacketData=C\x10\x07\r\n" + kNul);
-        ASSERT_EQ(before + 1, test.calls().size());
-        const RecordedCall& put = test.calls().back();
-        EXPECT_EQ(RecordedCall::Kind::Put, put.kind);
-        EXPECT_EQ("PacketQueOutput", put.member);
-        EXPECT_TEXT(block, put.text());
-        EXPECT_EQ(Variant::OfText(block), test.console().CommandData);
-        EXPECT_TEXT(u"<Object>.PacketQueOutput = (data)", test.console().FunctionBox());
-        EXPECT_TEXT(block, test.console().DataBox());
+        EXPECT_TRUE(test.report().errors.empty());
+        ASSERT_EQ(1u, test.prompter().boxes.size());
+        EXPECT_TEXT(u"Error", test.prompter().boxes[0].text);
+        EXPECT_TEXT(kApplicationTitle, test.prompter().boxes[0].title);
+        EXPECT_TEXT(u"(data)=<Object>.ReadErrorQue", test.console().FunctionBox());
+        EXPECT_TEXT(u"earlier answer", test.console().DataBox());
+
+        test.server().QueueAnswer("ReadErrorQue", Variant::OfText(u"Error=17\r\n"));
+        test.Click("ReadErrorQue");
+        EXPECT_EQ(RecordedCall::Kind::Call, test.calls().back().kind);
+        EXPECT_TEXT(u"Error=17\r\n", test.console().DataBox());
+        EXPECT_EQ(1u, test.prompter().boxes.size());
     }
 }
 
-TEST(PacketOut, AFailedAssignmentEndsTheConsoleBeforeTheDataBox) {
+TEST(CashOut, WritesItsLabelAndCallsNothing) {
     TestConsole test;
-    test.console().SetDataBox(u"before");
-    test.server().QueueFailure("PacketQueOutput", RuntimeError(440, "Automation error"));
-    test.Click("PacketOut");
-    ASSERT_EQ(1u, test.report().errors.size());
-    EXPECT_TEXT(u"<Object>.PacketQueOutput = (data)", test.console().FunctionBox());
-    EXPECT_TEXT(u"before", test.console().DataBox());
-    // The block was already copied for the assignment.
-    EXPECT_EQ(Variant::OfText(u"ReaderPosition=01\r\nPacketCount=003\r\nPacketData=C\x10\x07\r\n" + Text(1, kNul)),
-              test.console().CommandData);
-}
-
-TEST(PacketOut, ItsPacketReadBackShowsTheThreeDataCharacters) {
-    TestConsole test;
-    test.Select(5);
-    test.Click("PacketOut");
-    test.server().QueueAnswer("PacketQueInput", test.console().CommandData);
-    test.Click("PacketQue");
-    EXPECT_TEXT(kHeader05 + u" C 10 7", test.console().DataBox());
+    testing::MarkUntouched(test.console());
+    test.Click("CashOut");
+    EXPECT_TRUE(test.calls().empty());
+    EXPECT_TEXT(u"<Object>.CashOutQue = (data)", test.console().FunctionBox());
+    EXPECT_TEXT(testing::kDataBefore, test.console().DataBox());
+    EXPECT_EQ(Variant::OfText(testing::kCommandDataBefore), test.console().CommandData);
 }
 
 }  // namespace
