@@ -42,7 +42,10 @@ ScriptRun RunScript(const std::string& binary, const std::string& script,
     const std::filesystem::path directory = pattern;
     run.directory = directory.string();
     std::ofstream(directory / "script.vts", std::ios::binary) << script;
-    std::string command = Quoted(binary) + " --script " + Quoted((directory / "script.vts").string()) + " --trace " +
+    // timeout ends a run that hangs: 124 after its SIGTERM, or a SIGKILL ten
+    // seconds later if that was not enough.
+    std::string command = "timeout --kill-after=10 " + std::to_string(kScriptTimeLimitSeconds) + " " + Quoted(binary) +
+                          " --script " + Quoted((directory / "script.vts").string()) + " --trace " +
                           Quoted((directory / "trace.jsonl").string());
     for (const std::string& argument : extraArguments) {
         command += " " + Quoted(argument);
@@ -52,8 +55,9 @@ ScriptRun RunScript(const std::string& binary, const std::string& script,
     const int status = std::system(command.c_str());
     if (status != -1 && WIFEXITED(status)) {
         run.exitCode = WEXITSTATUS(status);
+        run.timedOut = run.exitCode == 124;
         // The shell reports a child killed by a signal as 128 + signal.
-        if (run.exitCode > 128) {
+        if (run.exitCode > 128 || run.timedOut) {
             run.exitCode = -1;
         }
     }

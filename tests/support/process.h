@@ -12,11 +12,15 @@ struct ScriptRun {
     std::string err;
     std::vector<std::string> trace;  // one JSON object per line
     std::string directory;           // where the script, trace and pictures are
+    bool timedOut = false;           // stopped after kScriptTimeLimitSeconds
 };
+
+// No run may take longer: one that does is stopped and counts as a hang.
+inline constexpr int kScriptTimeLimitSeconds = 300;
 
 // Writes the script to a fresh folder, runs vantrel-test --script with a
 // trace there, and collects the outcome. The exit code is -1 when the
-// program ended through a signal, which no test accepts.
+// program ended through a signal or had to be stopped, which no test accepts.
 ScriptRun RunScript(const std::string& binary, const std::string& script,
                     const std::vector<std::string>& extraArguments = {});
 

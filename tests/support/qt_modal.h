@@ -15,14 +15,17 @@ namespace vantrel::testing {
 // missing box fails the test instead of hanging it.
 template <typename Box>
 void WhenShown(std::function<void(Box*)> act) {
-    auto* timer = new QTimer;
-    auto* waited = new int(0);
-    QObject::connect(timer, &QTimer::timeout, [timer, waited, act] {
+    // The timer asks to go once it has acted or given up; the application
+    // takes any that are left when it ends.
+    auto* timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, [timer, waited = 0, act]() mutable {
         if (auto* box = qobject_cast<Box*>(QApplication::activeModalWidget())) {
             timer->stop();
+            timer->deleteLater();
             act(box);
-        } else if (++*waited > 500) {
+        } else if (++waited > 500) {
             timer->stop();
+            timer->deleteLater();
             ADD_FAILURE() << "no box appeared";
             if (QWidget* any = QApplication::activeModalWidget()) {
                 any->close();
