@@ -27,10 +27,16 @@ constexpr TextView kImageHeader =
     u"ImageId=\"1\" Filename=\"Banner.png\" Language=\"en\">";
 
 void SecurePrompt(Console& console) {
-    const Text prompt = Text(u"<DisplaySecurePromptCommand SequenceNumber=\"0\" ") + u"PromptId=\"3\" " +
-                        u"Language=\"en\" " + u"SecurityLevel=\"Encrypted\" " + u"MaxLength=\"4\" " +
-                        u"AutoTerminate=\"true\" " + u"Hidden=\"false\" " + u"PINSupportData=\"5A3C19E07B42D68F\"" +
-                        u"/>";
+    constexpr TextView prompt =
+        u"<DisplaySecurePromptCommand SequenceNumber=\"0\" "
+        u"PromptId=\"3\" "
+        u"Language=\"en\" "
+        u"SecurityLevel=\"Encrypted\" "
+        u"MaxLength=\"4\" "
+        u"AutoTerminate=\"true\" "
+        u"Hidden=\"false\" "
+        u"PINSupportData=\"5A3C19E07B42D68F\""
+        u"/>";
     CommandBlock block = PacketBlock(console.SelectedPositionText, prompt);
     block.Append(kCrLf).Terminate();
     console.KRM().Put("PacketQueOutput", Variant::OfText(block.Text()));
