@@ -4,6 +4,7 @@
 #include "server/server_calls.h"
 #include "server/trace_json.h"
 #include "simulator/simulator.h"
+#include "ui/console_style.h"
 #include "ui/console_window.h"
 #include "ui/qt_ports.h"
 #include "ui/script_runner.h"
@@ -122,6 +123,7 @@ int main(int argc, char* argv[]) {
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("VantrelTest"));
+    QApplication::setStyle(new vantrel::ConsoleStyle);
 
     // "Vantrel.Application" resolves to the platform's automation where there
     // is one; everywhere else, and on request, the built-in simulator.
