@@ -1,34 +1,55 @@
-// SET IMAGE's work without the server: open the image file, read it whole,
-// one byte to one character, and build the packet. Equal time per byte at
-// 1 MiB and at 64 MiB means linear work; the fill and copy of a text of the
-// packet's size beside it is the floor any way of loading must pay.
+// SET IMAGE against a server that does nothing, beside the least any way of
+// loading the file must pay: one read() of the whole file into fresh memory.
+// Both are timed per byte at 1 MiB and 64 MiB.
 
-#include "graphics/file_table.h"
+#include "graphics/graphics.h"
+#include "graphics/local_path.h"
 #include "graphics/test_functions.h"
+#include "quiet_console.h"
+#include "targets.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <memory>
+#include <optional>
 #include <string>
 
-namespace vantrel {
+namespace vantrel::bench {
 namespace {
 
 namespace fs = std::filesystem;
 
-// Hexadecimal text in lines of 64 digits with CR LF, written once per size.
-fs::path ImageOfSize(std::size_t length) {
-    const fs::path file = fs::temp_directory_path() / ("vantrel-bench-image-" + std::to_string(length) + ".hex");
+// Where the console finds its image file when drive C: is the folder.
+fs::path ImageIn(const fs::path& drive) {
+    return MapWindowsPath(kImageFile, [&drive](const std::string& name) -> std::optional<std::string> {
+        if (name == "VANTREL_DRIVE_C") {
+            return drive.string();
+        }
+        return std::nullopt;
+    });
+}
+
+// A drive folder per size, holding the image file as the console names it:
+// hexadecimal text in lines of 64 digits with CR LF, written once.
+fs::path DriveWithImage(std::size_t length) {
+    const fs::path drive = fs::temp_directory_path() / ("vantrel-bench-drive-" + std::to_string(length));
+    const fs::path file = ImageIn(drive);
     if (std::error_code error; fs::file_size(file, error) != length || error) {
+        fs::create_directories(file.parent_path());
         const std::string line = std::string(64, 'F') + "\r\n";
         std::ofstream out(file, std::ios::binary | std::ios::trunc);
         for (std::size_t written = 0; written < length; written += line.size()) {
             out.write(line.data(), static_cast<std::streamsize>(std::min(line.size(), length - written)));
         }
     }
-    return file;
+    return drive;
 }
 
 void ReportPerByte(benchmark::State& state) {
@@ -37,27 +58,49 @@ void ReportPerByte(benchmark::State& state) {
                            benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-void ImageLoad(benchmark::State& state) {
-    const fs::path file = ImageOfSize(static_cast<std::size_t>(state.range(0)));
+void SetImage(benchmark::State& state) {
+    const fs::path drive = DriveWithImage(static_cast<std::size_t>(state.range(0)));
+    ::setenv("VANTREL_DRIVE_C", drive.c_str(), 1);
+    QuietConsole quiet;
     for (auto _ : state) {
-        FileTable files;
-        const int number = files.OpenForInput(file);
-        const Text packet = ImagePacket(u"01", files.ReadToEnd(number));
-        benchmark::DoNotOptimize(packet.data());
+        // A fresh window each time: its file table keeps every file it
+        // opened, as the console's does, and would run out of numbers.
+        const FormDescription window = TestFunctionForm();
+        window.Find("SET_IMAGE_BUTTON")->click(quiet.console());
     }
+    ::unsetenv("VANTREL_DRIVE_C");
     ReportPerByte(state);
 }
-BENCHMARK(ImageLoad)->Arg(1 << 20)->Arg(64 << 20)->Unit(benchmark::kMillisecond);
 
-void TextFillAndCopy(benchmark::State& state) {
+void OneRead(benchmark::State& state) {
+    const fs::path drive = DriveWithImage(static_cast<std::size_t>(state.range(0)));
+    const fs::path file = ImageIn(drive);
     for (auto _ : state) {
-        const Text filled(static_cast<std::size_t>(state.range(0)), u'F');
-        const Text copied = filled;
-        benchmark::DoNotOptimize(copied.data());
+        const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+        struct stat status {};
+        ::fstat(descriptor, &status);
+        const auto size = static_cast<std::size_t>(status.st_size);
+        const std::unique_ptr<char[]> data(new char[size]);
+        const ssize_t got = ::read(descriptor, data.get(), size);
+        ::close(descriptor);
+        if (got != static_cast<ssize_t>(size)) {
+            state.SkipWithError("short read");
+            break;
+        }
+        benchmark::DoNotOptimize(data.get());
     }
     ReportPerByte(state);
 }
-BENCHMARK(TextFillAndCopy)->Arg(1 << 20)->Arg(64 << 20)->Unit(benchmark::kMillisecond);
+
+void ImageSizes(benchmark::internal::Benchmark* benchmark) {
+    for (const long size : kImageSizes) {
+        benchmark->Arg(size);
+    }
+    benchmark->Unit(benchmark::kMillisecond);
+}
+
+BENCHMARK(SetImage)->Apply(ImageSizes);
+BENCHMARK(OneRead)->Apply(ImageSizes);
 
 }  // namespace
-}  // namespace vantrel
+}  // namespace vantrel::bench

@@ -1,10 +1,12 @@
 // vantrel-test: the hand-driven test console for "Vantrel.Application".
 
+#include "app/shown_probe.h"
 #include "console/console.h"
 #include "server/server_calls.h"
 #include "server/trace_json.h"
 #include "simulator/simulator.h"
 #include "ui/call_monitor_window.h"
+#include "ui/console_style.h"
 #if defined(_WIN32)
 #include "server/com_automation.h"
 #endif
@@ -29,7 +31,7 @@ namespace {
 constexpr const char* kVersion = "1.0.0 (console Ver 1010.29)";
 
 constexpr const char* kHelp =
-    "Usage: vantrel-test [--simulator] [--trace FILE] [--script FILE]\n"
+    "Usage: vantrel-test [--simulator] [--trace FILE] [--script FILE] [--exit-when-shown]\n"
     "\n"
     "The hand-driven test console for the forecourt controller server\n"
     "\"Vantrel.Application\": one button per command, with every call echoed.\n"
@@ -40,6 +42,11 @@ constexpr const char* kHelp =
     "  --script FILE   run FILE headless on Qt's offscreen platform and exit:\n"
     "                  0 at its end, 1 through the error report, 2 when the\n"
     "                  script itself fails\n"
+    "  --exit-when-shown\n"
+    "                  once the console window has been painted for the first\n"
+    "                  time, write \"shown\" and the resident size (\"shown 41236\n"
+    "                  KiB\") on standard output and exit with 0 (start-up\n"
+    "                  measurements, see bench/run)\n"
     "  --help          show this text\n"
     "  --version       show the version\n"
     "\n"
@@ -51,6 +58,7 @@ constexpr const char* kHelp =
 
 struct Options {
     bool simulator = false;
+    bool exitWhenShown = false;
     std::optional<std::string> trace;
     std::optional<std::string> script;
 };
@@ -90,6 +98,8 @@ int main(int argc, char* argv[]) {
         }
         if (argument == "--simulator") {
             options.simulator = true;
+        } else if (argument == "--exit-when-shown") {
+            options.exitWhenShown = true;
         } else if (argument == "--trace" || argument == "--script") {
             if (i + 1 >= argc) {
                 return Usage(std::string(argument) + " needs a file name");
@@ -130,6 +140,7 @@ int main(int argc, char* argv[]) {
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("VantrelTest"));
+    QApplication::setStyle(new vantrel::ConsoleStyle);
 
     // "Vantrel.Application" resolves to the platform's automation where there
     // is one; everywhere else, and on request, the built-in simulator.
@@ -175,6 +186,10 @@ int main(int argc, char* argv[]) {
     }
     if (simulator) {
         vantrel::AddSimulatorTool(console.window(), *simulator);
+    }
+    std::unique_ptr<vantrel::ShownProbe> probe;
+    if (options.exitWhenShown) {
+        probe = std::make_unique<vantrel::ShownProbe>(console.window());
     }
     console.Show();
 

@@ -12,6 +12,9 @@ Console::Console(Ports ports, std::vector<FormDescription> forms)
     for (const FormDescription& form : forms_) {
         states_.emplace(form.name, FormState(form));
     }
+    if (const auto console = states_.find(kConsoleForm); console != states_.end()) {
+        window_ = &console->second;
+    }
 }
 
 void Console::Load() {
@@ -66,8 +69,8 @@ const FormDescription& Console::Description(std::string_view form) const {
     throw std::out_of_range("no form " + std::string(form));
 }
 
-void Console::SetFunctionBox(Text text) { Window().SetText("TextBox", std::move(text)); }
-void Console::SetDataBox(Text text) { Window().SetText("InBox", std::move(text)); }
+void Console::SetFunctionBox(TextView text) { Window().SetText("TextBox", text); }
+void Console::SetDataBox(TextView text) { Window().SetText("InBox", text); }
 const Text& Console::FunctionBox() { return Window().TextOf("TextBox"); }
 const Text& Console::DataBox() { return Window().TextOf("InBox"); }
 

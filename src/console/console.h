@@ -65,13 +65,13 @@ public:
 
     // The state of a window by its form name; the console's own is Window().
     FormState& Form(std::string_view form);
-    FormState& Window() { return Form(kConsoleForm); }
+    FormState& Window() { return window_ ? *window_ : Form(kConsoleForm); }
     const FormDescription& Description(std::string_view form) const;
     const std::vector<FormDescription>& Descriptions() const { return forms_; }
 
     // The echo boxes of the console.
-    void SetFunctionBox(Text text);
-    void SetDataBox(Text text);
+    void SetFunctionBox(TextView text);
+    void SetDataBox(TextView text);
     const Text& FunctionBox();
     const Text& DataBox();
 
@@ -91,6 +91,7 @@ private:
     Ports ports_;
     std::vector<FormDescription> forms_;
     std::map<std::string, FormState, std::less<>> states_;
+    FormState* window_ = nullptr;  // the console's own, reached by every echo
     std::set<std::string, std::less<>> loaded_;
     std::unique_ptr<AutomationObject> server_;
 };

@@ -2,10 +2,12 @@
 
 #include "console/form.h"
 
+#include <cstdint>
 #include <functional>
-#include <map>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace vantrel {
 
@@ -30,7 +32,8 @@ public:
     // Reading or writing a control the window does not have is a programming
     // error; it throws std::out_of_range.
     const Text& TextOf(std::string_view control) const;
-    void SetText(std::string_view control, Text value);
+    // Copies only when the text changes, into the room the old one had.
+    void SetText(std::string_view control, TextView value);
     std::optional<Color> BackColorOf(std::string_view control) const;
     void SetBackColor(std::string_view control, Color color);
     bool Checked(std::string_view control) const;
@@ -42,6 +45,7 @@ public:
 
 private:
     struct ControlState {
+        std::string name;
         Text text;
         std::optional<Color> backColor;
         bool checked = false;
@@ -52,8 +56,14 @@ private:
     const ControlState& At(std::string_view control) const;
     void Notify(std::string_view control, Property property);
 
+    ControlState* Find(std::string_view control);
+
     std::string name_;
-    std::map<std::string, ControlState, std::less<>> controls_;
+    std::vector<ControlState> controls_;  // in creation order
+    // Every echo looks its box up by name among a hundred and more controls:
+    // an open-addressed table of indices into controls_, a power of two in
+    // size and at most half full, probed from the name's hash.
+    std::vector<std::int32_t> slots_;
     Listener listener_;
 };
 

@@ -11,7 +11,7 @@ namespace {
 // layout, in the key pad's mixed form (LF alone after "KeyData=").
 void SendStressKeyPad(Console& console, const Text& readerPosition) {
     CommandBlock block;
-    block.AddLine(u"ReaderPosition=" + readerPosition).AddLineLf(u"KeyData=123@R456A@789NYL0EHCe").Terminate();
+    block.AddLine(u"ReaderPosition=", readerPosition).AddLineLf(u"KeyData=123@R456A@789NYL0EHCe").Terminate();
     console.CommandData = Variant::OfText(block.Text());
     console.KRM().Put("KeyPadConfiguration", console.CommandData);
 }

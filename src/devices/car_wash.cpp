@@ -38,14 +38,14 @@ void CarWashGetCode(Console& console) {
 void CarWashCancelCode(Console& console) {
     console.SetFunctionBox(kCarWashRequestEcho);
     CommandBlock block;
-    block.AddLine(u"CancelCarWashCode").AddLine(u"CarWashCode=" + console.CodeNumber).Terminate();
+    block.AddLine(u"CancelCarWashCode").AddLine(u"CarWashCode=", console.CodeNumber).Terminate();
     AssignCarWashRequest(console, block.Text());
 }
 
 void CarWashCodeStatus(Console& console) {
     console.SetFunctionBox(kCarWashRequestEcho);
     CommandBlock block;
-    block.AddLine(u"CarWashCodeStatus").AddLine(u"CarWashCode=" + console.CodeNumber).Terminate();
+    block.AddLine(u"CarWashCodeStatus").AddLine(u"CarWashCode=", console.CodeNumber).Terminate();
     AssignCarWashRequest(console, block.Text());
 }
 

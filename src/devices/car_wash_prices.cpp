@@ -16,9 +16,9 @@ struct Prices {
 
 void AddPrices(CommandBlock& body, TextView numberLine, const Prices& prices) {
     body.AddLine(numberLine)
-        .AddLine(u"FullPrice=" + Text(prices.full))
-        .AddLine(u"Discount1Price=" + Text(prices.discount1))
-        .AddLine(u"Discount2Price=" + Text(prices.discount2));
+        .AddLine(u"FullPrice=", prices.full)
+        .AddLine(u"Discount1Price=", prices.discount1)
+        .AddLine(u"Discount2Price=", prices.discount2);
 }
 
 // Three programs and three options; "OptionCount=03" has two digits here.

@@ -10,7 +10,7 @@ namespace {
 
 void SendChipReaderControl(Console& console, TextView controlLine) {
     CommandBlock block;
-    block.AddLine(u"ReaderPosition=" + console.SelectedPositionText).AddLine(controlLine).Terminate();
+    block.AddLine(u"ReaderPosition=", console.SelectedPositionText).AddLine(controlLine).Terminate();
     console.KRM().Put("ReaderControl", Variant::OfText(block.Text()));
 }
 
@@ -22,9 +22,11 @@ void ChipReaderDisable(Console& console) { SendChipReaderControl(console, u"Chip
 void PacketPrintBarCode(Console& console) {
     // A printer job for the terminal's printer: an EAN-8 bar code (the last
     // digit is the check digit), then a paper cut. No separators inside.
-    const Text job = Text(u"<PrinterCommand><PrintCommand SequenceNumber=\"0\">") +
-                     u"<PrintBarCode Characters=\"73513537\" Symbology=\"EAN_8\"/>" + u"<CutPaper/>" +
-                     u"</PrintCommand></PrinterCommand>";
+    constexpr TextView job =
+        u"<PrinterCommand><PrintCommand SequenceNumber=\"0\">"
+        u"<PrintBarCode Characters=\"73513537\" Symbology=\"EAN_8\"/>"
+        u"<CutPaper/>"
+        u"</PrintCommand></PrinterCommand>";
     CommandBlock block = PacketBlock(console.SelectedPositionText, job);
     block.Append(kCrLf).Terminate();
     // The one command of the window that goes through the shared value.

@@ -12,8 +12,8 @@ namespace {
 
 Text Decimal(int number) { return FromUtf8(std::to_string(number)); }
 
-void AddHoseGroup(CommandBlock& block, const Text& hose, const Text& tier1, const Text& tier2) {
-    block.AddLine(u"Hose=" + hose).AddLine(u"Tier1=" + tier1).AddLine(u"Tier2=" + tier2);
+void AddHoseGroup(CommandBlock& block, TextView hose, TextView tier1, TextView tier2) {
+    block.AddLine(u"Hose=", hose).AddLine(u"Tier1=", tier1).AddLine(u"Tier2=", tier2);
 }
 
 // The price commands pass their block directly, not through CommandData.
@@ -26,11 +26,11 @@ void AssignPrices(Console& console, const Text& block) {
 void FixedPrices(Console& console, int hoses) {
     console.SetFunctionBox(u"<Object>.Price = (data)");
     CommandBlock block;
-    block.AddLine(u"FuelingPosition=" + console.SelectedPositionText).AddLine(u"SlowdownPoint=15");
+    block.AddLine(u"FuelingPosition=", console.SelectedPositionText).AddLine(u"SlowdownPoint=15");
     for (int hose = 1; hose <= hoses; ++hose) {
-        const Text digit = Decimal(hose);
-        const Text price = digit + digit + digit + digit;
-        AddHoseGroup(block, digit, price, price);
+        const auto digit = static_cast<char16_t>(u'0' + hose);  // one to six hoses: one digit
+        const Text price(4, digit);
+        AddHoseGroup(block, TextView(&digit, 1), price, price);
     }
     AssignPrices(console, block.Terminate().Text());
 }
@@ -38,7 +38,7 @@ void FixedPrices(Console& console, int hoses) {
 void Price3Blend(Console& console) {
     console.SetFunctionBox(u"<Object>.Price = (data)");
     CommandBlock block;
-    block.AddLine(u"FuelingPosition=" + console.SelectedPositionText).AddLine(u"SlowdownPoint=15");
+    block.AddLine(u"FuelingPosition=", console.SelectedPositionText).AddLine(u"SlowdownPoint=15");
     AddHoseGroup(block, u"1", u"1111", u"1111");
     block.AddLine(u"Blend=100");
     AddHoseGroup(block, u"2", u"2222", u"2222");
@@ -68,7 +68,7 @@ void Price(Console& console) {
     // A count of 0 sends the NUL alone and leaves the function box as it is.
     if (hoses != 0) {
         console.SetFunctionBox(u"<Object>.Price = (data)");
-        block.AddLine(u"FuelingPosition=" + console.SelectedPositionText).AddLine(u"SlowdownPoint=" + slowdown);
+        block.AddLine(u"FuelingPosition=", console.SelectedPositionText).AddLine(u"SlowdownPoint=", slowdown);
         // A hose whose price is cancelled is left out but uses up its number;
         // a negative count adds no hose at all.
         int hose = 1;

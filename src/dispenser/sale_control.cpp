@@ -10,8 +10,8 @@ namespace {
 
 // No block: the value is the bare text, without key, separator or NUL. The
 // data box gets one blank, not the value.
-void AssignBareValue(Console& console, const Text& callText, std::string_view member, const Text& value) {
-    console.SetFunctionBox(callText + value + u")");
+void AssignBareValue(Console& console, TextView callText, std::string_view member, const Text& value) {
+    console.SetFunctionBox(Joined({callText, value, u")"}));
     console.KRM().Put(member, Variant::OfText(value));
     console.SetDataBox(u" ");
 }

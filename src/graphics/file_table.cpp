@@ -39,33 +39,60 @@ int FileTable::OpenForInput(const std::filesystem::path& path) {
     return OpenCount();
 }
 
-std::string FileTable::ReadToEnd(int number) {
+FileTable::OpenFile& FileTable::At(int number) const {
     if (number < 1 || number > OpenCount()) {
         throw BadFileNameOrNumber();
     }
-    OpenFile& file = *files_[static_cast<std::size_t>(number - 1)];
-    constexpr std::size_t kChunk = std::size_t{1} << 20;
-    std::string data;
-    // One read of the size the system reports. A file that grows meanwhile,
-    // or reports no size, is read on in chunks until its end.
+    return *files_[static_cast<std::size_t>(number - 1)];
+}
+
+std::optional<std::uintmax_t> FileTable::SizeOf(int number) const {
     std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(file.path, error);
-    std::size_t wanted = kChunk;
-    if (!error) {
-        wanted = static_cast<std::size_t>(size);
-        data.reserve(wanted + kChunk);
+    const std::uintmax_t size = std::filesystem::file_size(At(number).path, error);
+    if (error) {
+        return std::nullopt;
     }
+    return size;
+}
+
+std::string FileTable::ReadToEnd(int number) {
+    std::string data;
+    if (const std::optional<std::uintmax_t> size = SizeOf(number)) {
+        data.reserve(static_cast<std::size_t>(*size));
+    }
+    ReadInPieces(number, [&data](std::string_view piece) { data.append(piece); });
+    return data;
+}
+
+std::size_t FileTable::Read(int number, char* buffer, std::size_t length) {
+    OpenFile& file = At(number);
+    if (!file.stream) {
+        return 0;
+    }
+    file.stream.read(buffer, static_cast<std::streamsize>(length));
+    if (file.stream.bad()) {
+        throw DeviceIoError();
+    }
+    return static_cast<std::size_t>(file.stream.gcount());
+}
+
+void FileTable::ReadInPieces(int number, const std::function<void(std::string_view piece)>& take) {
+    OpenFile& file = At(number);
+    // Large enough that the system calls do not count, small enough to stay
+    // in the processor's cache between the read and what the caller makes
+    // of the piece.
+    constexpr std::size_t kPiece = std::size_t{256} << 10;
+    const auto buffer = std::make_unique_for_overwrite<char[]>(kPiece);
     while (file.stream) {
-        const std::size_t had = data.size();
-        data.resize(had + wanted);
-        file.stream.read(data.data() + had, static_cast<std::streamsize>(wanted));
-        data.resize(had + static_cast<std::size_t>(file.stream.gcount()));
-        wanted = kChunk;
+        file.stream.read(buffer.get(), static_cast<std::streamsize>(kPiece));
+        const auto got = static_cast<std::size_t>(file.stream.gcount());
+        if (got > 0) {
+            take(std::string_view(buffer.get(), got));
+        }
     }
     if (file.stream.bad()) {
         throw DeviceIoError();
     }
-    return data;
 }
 
 }  // namespace vantrel

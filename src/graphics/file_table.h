@@ -1,9 +1,13 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vantrel {
@@ -22,14 +26,24 @@ public:
     // (a folder, no permission), 67 when every number is in use.
     int OpenForInput(const std::filesystem::path& path);
 
-    // Reads everything from the current place to the end, the whole file in
-    // one read, so the time grows with the size and nothing more. Error 57
-    // when the system fails to read; error 52 for a number that is not open.
+    // Reads everything from the current place to the end. Error 57 when the
+    // system fails to read; error 52 for a number that is not open.
     std::string ReadToEnd(int number);
+    // Reads up to `length` bytes into the buffer, in one read but for a
+    // system that hands out less; fewer only at the end of the file.
+    std::size_t Read(int number, char* buffer, std::size_t length);
+    // The same in pieces of at most 256 KiB, each handed over as it is read,
+    // so that a large file is never held whole as bytes.
+    void ReadInPieces(int number, const std::function<void(std::string_view piece)>& take);
+    // The size the system reports for the file, if it reports one.
+    std::optional<std::uintmax_t> SizeOf(int number) const;
 
     int OpenCount() const { return static_cast<int>(files_.size()); }
 
 private:
+    struct OpenFile;
+    OpenFile& At(int number) const;
+
     struct OpenFile {
         std::filesystem::path path;
         std::ifstream stream;

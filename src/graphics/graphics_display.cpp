@@ -10,6 +10,10 @@ namespace vantrel {
 
 namespace {
 
+// Messages as views with their length fixed at compile time: a long 16-bit
+// literal is otherwise measured character by character on every press.
+using namespace std::string_view_literals;
+
 // How a message ends. The endings differ per terminal family on purpose and
 // must not be made uniform.
 enum class MessageEnd {
@@ -37,23 +41,23 @@ void SendScreen(Console& console, TextView message, MessageEnd end) {
 }
 
 void GilbarcoInfo(Console& console) {
-    SendScreen(console, u"\033G\033\032000\033=100100Hello @ 100 / 100", MessageEnd::CrLfNul);
+    SendScreen(console, u"\033G\033\032000\033=100100Hello @ 100 / 100"sv, MessageEnd::CrLfNul);
 }
 
 void Wayne2Line(Console& console) {
-    SendScreen(console, u"\033G2\033\032000\033=001002Hello (001/002)", MessageEnd::CrLfNul);
+    SendScreen(console, u"\033G2\033\032000\033=001002Hello (001/002)"sv, MessageEnd::CrLfNul);
 }
 
 void Wayne3Line(Console& console) {
-    SendScreen(console, u"\033G3\033\032000\033=010020Hello (010/020)", MessageEnd::CrLfNul);
+    SendScreen(console, u"\033G3\033\032000\033=010020Hello (010/020)"sv, MessageEnd::CrLfNul);
 }
 
 void Wayne4Line(Console& console) {
-    SendScreen(console, u"\033G4\033\032000\033=040030Hello (040/030)", MessageEnd::CrLfNul);
+    SendScreen(console, u"\033G4\033\032000\033=040030Hello (040/030)"sv, MessageEnd::CrLfNul);
 }
 
 void Wayne5Line(Console& console) {
-    SendScreen(console, u"\033G5\033\032000\033=065030Hello (065/030)", MessageEnd::CrLfNul);
+    SendScreen(console, u"\033G5\033\032000\033=065030Hello (065/030)"sv, MessageEnd::CrLfNul);
 }
 
 void WayneQCat(Console& console) {
@@ -61,7 +65,7 @@ void WayneQCat(Console& console) {
                u"\033G\033\032000"
                u"\033=001001Hello (First Line)"
                u"\033=001015Hello (Second Line)"
-               u"\033=030120Col/Row (30/120)",
+               u"\033=030120Col/Row (30/120)"sv,
                MessageEnd::CrLfNul);
 }
 
@@ -77,7 +81,7 @@ void IxCatFormatted(Console& console) {
                u"\033=125100Sixth Line"
                u"\033=150120Seventh Line"
                u"\033=175140Eigth Line"
-               u"\033=200160Ninth Line",
+               u"\033=200160Ninth Line"sv,
                MessageEnd::CrLfLf);
 }
 
@@ -91,7 +95,7 @@ void IxCatMultiLine(Console& console) {
                u"The Fifth Line\n"
                u"The Sixth Line\n"
                u"The Seventh Line\n"
-               u"The Eigth Line",
+               u"The Eigth Line"sv,
                MessageEnd::CrLfLf);
 }
 
@@ -106,7 +110,7 @@ void IxCatFunctionKeys(Console& console) {
                u"\033S6\"Key 6\""
                u"\033S7\"Key 7\""
                u"\033S8\"Key 8\""
-               u"\033A12Select A Key",
+               u"\033A12Select A Key"sv,
                MessageEnd::None);
 }
 

@@ -9,8 +9,10 @@
 #include "graphics/file_table.h"
 #include "graphics/graphics.h"
 #include "graphics/local_path.h"
+#include "server/large_text.h"
 #include "server/packet_block.h"
 
+#include <algorithm>
 #include <limits>
 #include <memory>
 #include <string>
@@ -27,10 +29,16 @@ constexpr TextView kImageHeader =
     u"ImageId=\"1\" Filename=\"Banner.png\" Language=\"en\">";
 
 void SecurePrompt(Console& console) {
-    const Text prompt = Text(u"<DisplaySecurePromptCommand SequenceNumber=\"0\" ") + u"PromptId=\"3\" " +
-                        u"Language=\"en\" " + u"SecurityLevel=\"Encrypted\" " + u"MaxLength=\"4\" " +
-                        u"AutoTerminate=\"true\" " + u"Hidden=\"false\" " + u"PINSupportData=\"5A3C19E07B42D68F\"" +
-                        u"/>";
+    constexpr TextView prompt =
+        u"<DisplaySecurePromptCommand SequenceNumber=\"0\" "
+        u"PromptId=\"3\" "
+        u"Language=\"en\" "
+        u"SecurityLevel=\"Encrypted\" "
+        u"MaxLength=\"4\" "
+        u"AutoTerminate=\"true\" "
+        u"Hidden=\"false\" "
+        u"PINSupportData=\"5A3C19E07B42D68F\""
+        u"/>";
     CommandBlock block = PacketBlock(console.SelectedPositionText, prompt);
     block.Append(kCrLf).Terminate();
     console.KRM().Put("PacketQueOutput", Variant::OfText(block.Text()));
@@ -47,8 +55,23 @@ void CentredLongLine(Console& console) {
 // Opens the file again on every press and leaves it open (see FileTable).
 void SetImage(Console& console, FileTable& files) {
     const int number = files.OpenForInput(LocalPath(kImageFile));
-    const std::string bytes = files.ReadToEnd(number);
-    console.KRM().Put("PacketQueOutput", Variant::OfText(ImagePacket(console.SelectedPositionText, bytes)));
+    console.KRM().Put("PacketQueOutput", Variant::OfText(ImagePacket(console.SelectedPositionText, files, number)));
+}
+
+// From here on an image's packet is made piece by piece into room taken at
+// once; below it, the whole file is read first.
+constexpr std::uint64_t kLargeImage = std::uint64_t{8} << 20;
+
+// Whether every character of the text fits in a byte.
+bool Narrow(TextView text) {
+    return std::all_of(text.begin(), text.end(), [](char16_t character) { return character <= 0xFF; });
+}
+
+// The packet header counting the data, then the image header.
+Text ImagePacketHead(TextView position, std::uint64_t dataLength) {
+    Text head = PacketHeader(position, ImagePacketCount(dataLength), 5).Text();
+    head.append(kImageHeader);
+    return head;
 }
 
 }  // namespace
@@ -62,14 +85,41 @@ std::int32_t ImagePacketCount(std::uint64_t dataLength) {
 }
 
 Text ImagePacket(TextView position, std::string_view fileBytes) {
-    Text packet = PacketHeader(position, ImagePacketCount(fileBytes.size()), 5).Text();
-    packet.reserve(packet.size() + kImageHeader.size() + fileBytes.size());
-    packet.append(kImageHeader);
-    // An image may be tens of megabytes: widen it in slices straight into
-    // the one packet text rather than through a second text of its size.
-    constexpr std::size_t kSlice = std::size_t{1} << 16;
-    for (std::size_t at = 0; at < fileBytes.size(); at += kSlice) {
-        packet.append(FromBytes(fileBytes.substr(at, kSlice)));
+    Text packet = ImagePacketHead(position, fileBytes.size());
+    packet.reserve(packet.size() + fileBytes.size());
+    AppendBytes(packet, fileBytes);
+    return packet;
+}
+
+Text ImagePacket(TextView position, FileTable& files, int number) {
+    const std::uint64_t expected = files.SizeOf(number).value_or(0);
+    Text packet = ImagePacketHead(position, expected);
+    const std::size_t headLength = packet.size();
+    if (expected < kLargeImage && Narrow(packet)) {
+        // The file read in one read behind the head, one byte more than its
+        // size to see whether it grew, and the whole packet made from that
+        // in one pass, one byte to one character.
+        const auto length = static_cast<std::size_t>(expected);
+        const auto bytes = std::make_unique_for_overwrite<char[]>(headLength + length + 1);
+        std::copy(packet.begin(), packet.end(), bytes.get());
+        const std::size_t read = files.Read(number, bytes.get() + headLength, length + 1);
+        if (read == length) {
+            const auto* first = reinterpret_cast<const unsigned char*>(bytes.get());
+            return Text(first, first + headLength + length);
+        }
+        // A file that changed its length while it was read is counted as
+        // read, to its end.
+        std::string data(bytes.get() + headLength, read);
+        files.ReadInPieces(number, [&data](std::string_view piece) { data.append(piece); });
+        return ImagePacket(position, data);
+    }
+    // A large image: room for the whole packet at once, and each piece
+    // widened into it while fresh from the read, so that neither the bytes
+    // nor the text are ever held twice.
+    ReserveLarge(packet, headLength + static_cast<std::size_t>(expected));
+    files.ReadInPieces(number, [&packet](std::string_view piece) { AppendBytes(packet, piece); });
+    if (const std::uint64_t read = packet.size() - headLength; read != expected) {
+        packet.replace(0, headLength, ImagePacketHead(position, read));
     }
     return packet;
 }

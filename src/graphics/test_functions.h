@@ -7,6 +7,8 @@
 
 namespace vantrel {
 
+class FileTable;
+
 // The image file that SET IMAGE sends, as the console names it everywhere.
 inline constexpr std::string_view kImageFile = "c:\\Projects\\Vantrel\\VantrelTest Utility\\FP_blk.hex";
 
@@ -14,6 +16,9 @@ inline constexpr std::string_view kImageFile = "c:\\Projects\\Vantrel\\VantrelTe
 // character: the packet header with a count of at least five digits, the
 // 106-character image header, the data, and nothing after it.
 Text ImagePacket(TextView position, std::string_view fileBytes);
+// The same packet for a file open in the table, read from its current place
+// to its end and widened piece by piece as it is read.
+Text ImagePacket(TextView position, FileTable& files, int number);
 
 // The packet count of an image of the given length: the length plus the
 // image header, as a 32-bit number. Overflow (error 6) beyond that.

@@ -4,6 +4,10 @@
 
 namespace vantrel {
 
+// Room for all but the largest blocks at once, rather than a reallocation
+// every few lines while one grows.
+CommandBlock::CommandBlock() { text_.reserve(256); }
+
 CommandBlock& CommandBlock::Clear() {
     text_.clear();
     return *this;
@@ -19,6 +23,16 @@ CommandBlock& CommandBlock::AddLineLf(TextView line) {
     text_.append(line);
     text_.push_back(kLf);
     return *this;
+}
+
+CommandBlock& CommandBlock::AddLine(TextView key, TextView value) {
+    text_.append(key);
+    return AddLine(value);
+}
+
+CommandBlock& CommandBlock::AddLineLf(TextView key, TextView value) {
+    text_.append(key);
+    return AddLineLf(value);
 }
 
 CommandBlock& CommandBlock::Append(TextView text) {

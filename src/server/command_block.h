@@ -10,10 +10,14 @@ namespace vantrel {
 // It validates nothing and never reorders, trims or changes case.
 class CommandBlock {
 public:
+    CommandBlock();
     CommandBlock& Clear();
     CommandBlock& AddLine(TextView line);    // line, CR LF
     CommandBlock& AddLineLf(TextView line);  // line, LF alone
-    CommandBlock& Append(TextView text);     // no separator
+    // The key ("Hose=") and its value make the line, appended in place.
+    CommandBlock& AddLine(TextView key, TextView value);
+    CommandBlock& AddLineLf(TextView key, TextView value);
+    CommandBlock& Append(TextView text);  // no separator
     CommandBlock& Append(char16_t character);
     CommandBlock& Terminate();  // one NUL
     const vantrel::Text& Text() const { return text_; }

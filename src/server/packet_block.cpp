@@ -4,8 +4,8 @@ namespace vantrel {
 
 CommandBlock PacketHeader(TextView position, std::int64_t count, int countWidth) {
     CommandBlock block;
-    block.AddLine(Text(u"ReaderPosition=").append(position))
-        .AddLine(u"PacketCount=" + ZeroPad(count, countWidth))
+    block.AddLine(u"ReaderPosition=", position)
+        .AddLine(u"PacketCount=", ZeroPad(count, countWidth))
         .Append(u"PacketData=");
     return block;
 }

@@ -61,6 +61,10 @@ Variant TracedObject::Traced(CallEvent event, Invoke&& invoke) {
 }
 
 void TracedObject::Put(std::string_view member, const Variant& value) {
+    if (!listener_.Listening()) {
+        inner_->Put(member, value);
+        return;
+    }
     CallEvent event;
     event.op = CallEvent::Op::Put;
     event.member = std::string(member);
@@ -72,6 +76,9 @@ void TracedObject::Put(std::string_view member, const Variant& value) {
 }
 
 Variant TracedObject::Call(std::string_view member) {
+    if (!listener_.Listening()) {
+        return inner_->Call(member);
+    }
     CallEvent event;
     event.op = CallEvent::Op::Call;
     event.member = std::string(member);
@@ -79,6 +86,9 @@ Variant TracedObject::Call(std::string_view member) {
 }
 
 Variant TracedObject::Call(std::string_view member, const Variant& argument) {
+    if (!listener_.Listening()) {
+        return inner_->Call(member, argument);
+    }
     CallEvent event;
     event.op = CallEvent::Op::Call;
     event.member = std::string(member);
@@ -87,6 +97,9 @@ Variant TracedObject::Call(std::string_view member, const Variant& argument) {
 }
 
 Variant TracedObject::CallByRef(std::string_view member, Variant& argument) {
+    if (!listener_.Listening()) {
+        return inner_->CallByRef(member, argument);
+    }
     CallEvent event;
     event.op = CallEvent::Op::Call;
     event.member = std::string(member);

@@ -82,6 +82,9 @@ class CallListener {
 public:
     virtual ~CallListener() = default;
     virtual void OnEvent(const CallEvent& event) = 0;
+    // False when nothing would be done with an event, so that the caller can
+    // skip making it: an event copies the value it carries.
+    virtual bool Listening() const { return true; }
 };
 
 // Hands every event to any number of listeners, in the order they were added.
@@ -90,6 +93,7 @@ public:
     void Add(CallListener* listener);
     void Remove(CallListener* listener);
     void OnEvent(const CallEvent& event) override;
+    bool Listening() const override { return !listeners_.empty(); }
 
 private:
     std::vector<CallListener*> listeners_;

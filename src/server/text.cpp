@@ -80,16 +80,35 @@ std::string ToUtf8(TextView text) {
     return out;
 }
 
+Text Joined(std::initializer_list<TextView> parts) {
+    std::size_t length = 0;
+    for (const TextView part : parts) {
+        length += part.size();
+    }
+    Text joined;
+    joined.reserve(length);
+    for (const TextView part : parts) {
+        joined.append(part);
+    }
+    return joined;
+}
+
 Text FromBytes(std::string_view bytes) {
-    Text out(bytes.size(), u'\0');
+    Text out;
+    AppendBytes(out, bytes);
+    return out;
+}
+
+void AppendBytes(Text& text, std::string_view bytes) {
+    const std::size_t at = text.size();
+    text.resize(at + bytes.size());
     // Plain pointers keep this loop fast in unoptimised builds too, where a
     // large image file passes through it.
     const char* from = bytes.data();
-    char16_t* to = out.data();
+    char16_t* to = text.data() + at;
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         to[i] = static_cast<unsigned char>(from[i]);
     }
-    return out;
 }
 
 std::string Escaped(TextView text) {

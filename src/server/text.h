@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,11 @@ std::string ToUtf8(TextView text);
 // Builds a text from bytes, one byte to one character (Latin-1 style), for
 // data that is defined as "one byte of the file is one character".
 Text FromBytes(std::string_view bytes);
+// The same, appended to a text.
+void AppendBytes(Text& text, std::string_view bytes);
+
+// The parts one after the other, in one allocation.
+Text Joined(std::initializer_list<TextView> parts);
 
 // A C-style escaped rendering (\r \n \0 \e \xHH \uHHHH), so that a failing
 // comparison says which character differs.

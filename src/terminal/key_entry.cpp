@@ -30,7 +30,7 @@ void SetKeyEntryMode(Console& console, TextView entryModeLine) {
 Text SendKeyPadConfiguration(Console& console, TextView keyData) {
     console.SetFunctionBox(u"<Object>.KeyPadData (data)");
     CommandBlock block;
-    block.AddLine(ReaderPositionLine(console)).AddLineLf(u"KeyData=" + Text(keyData)).Terminate();
+    block.AddLine(ReaderPositionLine(console)).AddLineLf(u"KeyData=", keyData).Terminate();
     AssignThroughCommandData(console, "KeyPadConfiguration", block.Text());
     console.SetDataBox(block.Text());
     return block.Text();

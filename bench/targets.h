@@ -1,0 +1,39 @@
+#pragma once
+
+#include "command_survey.h"
+#include "process_launch.h"
+#include "target_table.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace vantrel::bench {
+
+// Benchmark names the targets are read from. Times are CPU seconds per
+// iteration, the median of the repetitions.
+inline constexpr char kPacketClick[] = "PacketQueClick";  // /count
+inline constexpr char kSetImage[] = "SetImage";           // /bytes
+inline constexpr char kOneRead[] = "OneRead";             // /bytes
+inline constexpr char kStressTick[] = "StressTick";
+inline constexpr char kSimulatorPut[] = "SimulatorPut";  // one assignment
+inline constexpr int kPacketCounts[] = {3, 999, 30000};
+inline constexpr long kImageSizes[] = {1L << 20, 64L << 20};
+
+std::string ClickName(const SurveyedCommand& command);    // "Click/<form>.<control>"
+std::string AppendsName(const SurveyedCommand& command);  // "Appends/<form>.<control>"
+std::string WithArgument(const char* name, long argument);
+
+using Medians = std::map<std::string, double, std::less<>>;
+
+// Start-ups of the console and of the minimal Qt program, taken in turn.
+struct LaunchSeries {
+    std::vector<Launch> console;
+    std::vector<Launch> minimal;
+};
+
+// Every row of the targets table, in the order of the table.
+std::vector<Row> TargetRows(const Medians& medians, const CommandSurvey& survey, const LaunchSeries& launches);
+
+}  // namespace vantrel::bench

@@ -1,0 +1,138 @@
+#include "targets.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace vantrel::bench {
+namespace {
+
+SurveyedCommand Command(const std::string& control) { return {"VantrelTest", control, {}, {}}; }
+
+CommandSurvey SmallSurvey() {
+    CommandSurvey survey;
+    survey.fixedBlocks = {Command("Fillup"), Command("Price6"), Command("Beeper")};
+    survey.preloadedMessages = Command("PreLoadMSGs");
+    survey.priceSet = {"OtherDevicesForm", "SETPRICEBUTTON", {}, {}};
+    return survey;
+}
+
+// Everything well inside its target.
+Medians GoodMedians(const CommandSurvey& survey) {
+    Medians medians;
+    for (const SurveyedCommand& command : survey.fixedBlocks) {
+        medians[ClickName(command)] = 200e-9;
+        medians[AppendsName(command)] = 100e-9;
+    }
+    for (const SurveyedCommand* command : {&survey.preloadedMessages, &survey.priceSet}) {
+        medians[ClickName(*command)] = 1e-6;
+        medians[AppendsName(*command)] = 0.5e-6;
+    }
+    for (const int count : kPacketCounts) {
+        medians[WithArgument(kPacketClick, count)] = count * 5e-9;
+    }
+    for (const long size : kImageSizes) {
+        medians[WithArgument(kSetImage, size)] = static_cast<double>(size) * 2e-9;
+        medians[WithArgument(kOneRead, size)] = static_cast<double>(size) * 1.5e-9;
+    }
+    medians[kStressTick] = 1e-6;
+    medians[kSimulatorPut] = 200e-9;
+    return medians;
+}
+
+LaunchSeries GoodLaunches() {
+    LaunchSeries launches;
+    for (int i = 0; i < 3; ++i) {
+        launches.console.push_back({true, 0.30 + i * 0.01, 40e6, 0, ""});
+        launches.minimal.push_back({true, 0.25, 36e6, 0, ""});
+    }
+    return launches;
+}
+
+const Row& RowStarting(const std::vector<Row>& rows, const std::string& start) {
+    const auto found =
+        std::find_if(rows.begin(), rows.end(), [&start](const Row& row) { return row.figure.rfind(start, 0) == 0; });
+    if (found == rows.end()) {
+        throw std::runtime_error("no row " + start);
+    }
+    return *found;
+}
+
+TEST(TargetRows, OneRowPerTargetAllPassingOnGoodFigures) {
+    const CommandSurvey survey = SmallSurvey();
+    const std::vector<Row> rows = TargetRows(GoodMedians(survey), survey, GoodLaunches());
+    EXPECT_EQ(13u, rows.size());
+    for (const Row& row : rows) {
+        EXPECT_TRUE(row.pass) << row.figure << ": " << row.measured;
+    }
+    EXPECT_EQ("1.24x (310 ms vs 250 ms, medians of 3)", RowStarting(rows, "start-up").measured);
+}
+
+TEST(TargetRows, TheSlowestAndTheFurthestCommandAreNamed) {
+    const CommandSurvey survey = SmallSurvey();
+    Medians medians = GoodMedians(survey);
+    medians["Click/VantrelTest.Price6"] = 2.5e-6;  // slowest, 2.5x
+    medians["Appends/VantrelTest.Price6"] = 1e-6;
+    medians["Click/VantrelTest.Beeper"] = 450e-9;  // fast, but 4.5x
+    const std::vector<Row> rows = TargetRows(medians, survey, GoodLaunches());
+    const Row& slowest = RowStarting(rows, "handler's own work, 3 fixed-block commands");
+    EXPECT_FALSE(slowest.pass);
+    EXPECT_EQ("2.50 µs (Price6)", slowest.measured);
+    const Row& furthest = RowStarting(rows, "handler vs the same texts by plain appends, 3 fixed-block commands");
+    EXPECT_FALSE(furthest.pass);
+    EXPECT_EQ("4.50x (Beeper: 450 ns vs 100 ns)", furthest.measured);
+}
+
+TEST(TargetRows, AMissingFigureFailsItsRowAndNoOther) {
+    const CommandSurvey survey = SmallSurvey();
+    Medians medians = GoodMedians(survey);
+    medians.erase("Appends/VantrelTest.Beeper");
+    medians.erase(WithArgument(kOneRead, kImageSizes[1]));
+    const std::vector<Row> rows = TargetRows(medians, survey, GoodLaunches());
+    int failed = 0;
+    for (const Row& row : rows) {
+        failed += row.pass ? 0 : 1;
+    }
+    EXPECT_EQ(3, failed);  // the group's two handler rows, the 64 MiB image
+    EXPECT_FALSE(RowStarting(rows, "SET IMAGE, 64 MiB").pass);
+    EXPECT_TRUE(RowStarting(rows, "SET IMAGE, 1 MiB").pass);
+}
+
+TEST(TargetRows, PacketLinearityIsTimePerCharacterAt30000AgainstAt999) {
+    const CommandSurvey survey = SmallSurvey();
+    Medians medians = GoodMedians(survey);
+    medians[WithArgument(kPacketClick, 30000)] = 30000 * 10.5e-9;  // 2.1x the 5 ns at 999
+    const std::vector<Row> rows = TargetRows(medians, survey, GoodLaunches());
+    const Row& packet = RowStarting(rows, "packet input view");
+    EXPECT_FALSE(packet.pass);
+    EXPECT_EQ(0u, packet.measured.find("2.10x")) << packet.measured;
+}
+
+TEST(TargetRows, ALaunchThatWentWrongFailsStartUpAndMemoryWithItsProblem) {
+    const CommandSurvey survey = SmallSurvey();
+    LaunchSeries launches = GoodLaunches();
+    launches.minimal[1].problem = "vantrel_minimal_window ended (exit code 134) without showing";
+    const std::vector<Row> rows = TargetRows(GoodMedians(survey), survey, launches);
+    for (const char* figure : {"start-up", "resident memory"}) {
+        const Row& row = RowStarting(rows, figure);
+        EXPECT_FALSE(row.pass);
+        EXPECT_EQ("not measured: vantrel_minimal_window ended (exit code 134) without showing", row.measured);
+    }
+}
+
+TEST(TargetRows, MemoryAndSimulatorRowsReadTheirOwnFigures) {
+    const CommandSurvey survey = SmallSurvey();
+    Medians medians = GoodMedians(survey);
+    medians[kSimulatorPut] = 600e-9;  // 1.67 million a second
+    LaunchSeries launches = GoodLaunches();
+    for (Launch& launch : launches.console) {
+        launch.residentBytes = 48e6;  // 1.33x the minimal program
+    }
+    const std::vector<Row> rows = TargetRows(medians, survey, launches);
+    EXPECT_FALSE(RowStarting(rows, "resident memory").pass);
+    EXPECT_FALSE(RowStarting(rows, "built-in simulator").pass);
+    EXPECT_TRUE(RowStarting(rows, "start-up").pass);
+}
+
+}  // namespace
+}  // namespace vantrel::bench

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace vantrel {
+
+// The platform's style, less one icon nobody sees: the menu bar's overflow
+// button (two menus never overflow). Its icon is the only image the console
+// needs at start-up, and loading it first makes Qt load every image format
+// plugin, which took about a tenth of the start-up time.
+class ConsoleStyle final : public QProxyStyle {
+public:
+    ConsoleStyle();
+
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option = nullptr,
+                       const QWidget* widget = nullptr) const override;
+};
+
+}  // namespace vantrel
