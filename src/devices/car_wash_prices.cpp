@@ -32,7 +32,7 @@ Text PriceTable(const Prices (&programs)[3], const Prices (&options)[3]) {
     AddPrices(body, u"OptionNumber=01", options[0]);
     AddPrices(body, u"OptionNumber=02", options[1]);
     AddPrices(body, u"OptionNumber=03", options[2]);
-    return body.Text();
+    return std::move(body).Text();
 }
 
 }  // namespace

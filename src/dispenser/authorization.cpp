@@ -11,13 +11,13 @@ constexpr char16_t kNoData[] = u"You entered no data or pressed cancel";
 
 // Always the same four lines; only the values differ between the buttons.
 Text AuthorizationBlock(const Text& position, const Text& hose, const Text& mop, const Text& limit) {
-    return CommandBlock()
-        .AddLine(u"FuelingPosition=", position)
+    CommandBlock block;
+    block.AddLine(u"FuelingPosition=", position)
         .AddLine(u"Hose=", hose)
         .AddLine(u"MOP=", mop)
         .AddLine(u"Limit=", limit)
-        .Terminate()
-        .Text();
+        .Terminate();
+    return std::move(block).Text();
 }
 
 void Authorize(Console& console, const Text& block) {

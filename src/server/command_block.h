@@ -3,6 +3,7 @@
 #include "text.h"
 
 #include <cstdint>
+#include <utility>
 
 namespace vantrel {
 
@@ -20,7 +21,9 @@ public:
     CommandBlock& Append(TextView text);  // no separator
     CommandBlock& Append(char16_t character);
     CommandBlock& Terminate();  // one NUL
-    const vantrel::Text& Text() const { return text_; }
+    const vantrel::Text& Text() const& { return text_; }
+    // A finished block that is not kept gives its text up rather than a copy.
+    vantrel::Text Text() && { return std::move(text_); }
 
 private:
     vantrel::Text text_;

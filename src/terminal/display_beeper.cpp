@@ -13,7 +13,10 @@ namespace {
 void SendDisplayMessage(Console& console, TextView messageLine) {
     console.SetFunctionBox(u"<Object>.DispData = (data)");
     CommandBlock block;
-    block.AddLine(ReaderPositionLine(console)).AddLine(messageLine).AddLine(u"Line 2 Displayed").Terminate();
+    block.AddLine(u"ReaderPosition=", console.SelectedPositionText)
+        .AddLine(messageLine)
+        .AddLine(u"Line 2 Displayed")
+        .Terminate();
     AssignThroughCommandData(console, "DisplayData", block.Text());
     console.SetDataBox(block.Text());
 }
@@ -29,7 +32,7 @@ void BeeperClick(Console& console) {
     // The beeper takes LF alone, no CR, and its block does not pass through
     // CommandData.
     CommandBlock block;
-    block.AddLineLf(ReaderPositionLine(console)).AddLineLf(u"BeepCounts=03").Terminate();
+    block.AddLineLf(u"ReaderPosition=", console.SelectedPositionText).AddLineLf(u"BeepCounts=03").Terminate();
     console.KRM().Put("BeeperControl", Variant::OfText(block.Text()));
     console.SetDataBox(u" ");
 }

@@ -15,8 +15,8 @@ constexpr char16_t kKeyEntryEcho[] = u"<Object>.KeyEntryData  = (data)";
 
 Text KeyEntryBlock(const Console& console, TextView entryModeLine) {
     CommandBlock block;
-    block.AddLine(ReaderPositionLine(console)).AddLine(entryModeLine).Terminate();
-    return block.Text();
+    block.AddLine(u"ReaderPosition=", console.SelectedPositionText).AddLine(entryModeLine).Terminate();
+    return std::move(block).Text();
 }
 
 void SetKeyEntryMode(Console& console, TextView entryModeLine) {
@@ -30,10 +30,10 @@ void SetKeyEntryMode(Console& console, TextView entryModeLine) {
 Text SendKeyPadConfiguration(Console& console, TextView keyData) {
     console.SetFunctionBox(u"<Object>.KeyPadData (data)");
     CommandBlock block;
-    block.AddLine(ReaderPositionLine(console)).AddLineLf(u"KeyData=", keyData).Terminate();
+    block.AddLine(u"ReaderPosition=", console.SelectedPositionText).AddLineLf(u"KeyData=", keyData).Terminate();
     AssignThroughCommandData(console, "KeyPadConfiguration", block.Text());
     console.SetDataBox(block.Text());
-    return block.Text();
+    return std::move(block).Text();
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ Text PreloadMessage(Console& console, TextView sectionLine, TextView typeLine, T
     CommandBlock block;
     block.AddLine(sectionLine).AddLine(typeLine).AddLine(numberLine).AddLine(messageLine).Terminate();
     AssignThroughCommandData(console, "PreloadDisplayMessage", block.Text());
-    return block.Text();
+    return std::move(block).Text();
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ void SendPrintJob(Console& console, const CommandBlock& block) {
 void PrintReceipt(Console& console, TextView titleLine, TextView firstLine) {
     console.SetFunctionBox(u"<Object>.PrintOutput = (data)");
     CommandBlock block;
-    block.AddLine(ReaderPositionLine(console))
+    block.AddLine(u"ReaderPosition=", console.SelectedPositionText)
         .AddLine(u"Job=Receipt")
         .AddLine(u"Message=Vantrel")
         .AddLine(titleLine)
@@ -51,7 +51,7 @@ void PrintReceipt(Console& console, TextView titleLine, TextView firstLine) {
 void PrintHeaderOrFooter(Console& console, TextView jobLine, TextView messageLine, int emptyLines) {
     console.SetFunctionBox(u"<Object>.PrinterOutput = (data)");
     CommandBlock block;
-    block.AddLine(ReaderPositionLine(console)).AddLine(jobLine).AddLine(messageLine);
+    block.AddLine(u"ReaderPosition=", console.SelectedPositionText).AddLine(jobLine).AddLine(messageLine);
     AddEmptyLines(block, emptyLines);
     block.Terminate();
     SendPrintJob(console, block);
@@ -82,7 +82,7 @@ void BarCodePrintClick(Console& console) {
     // selector's display keep the technician's choice. Kept on purpose.
     console.SelectedPositionText = u"01";
     CommandBlock block;
-    block.AddLine(ReaderPositionLine(console))
+    block.AddLine(u"ReaderPosition=", console.SelectedPositionText)
         .AddLine(u"Job=Receipt")
         .AddLine(u"Message=Vantrel")
         .AddLine(u"Line 1")

@@ -4,8 +4,6 @@
 
 namespace vantrel {
 
-Text ReaderPositionLine(const Console& console) { return u"ReaderPosition=" + console.SelectedPositionText; }
-
 void AssignThroughCommandData(Console& console, std::string_view member, const Text& block) {
     console.CommandData = Variant::OfText(block);
     console.KRM().Put(member, console.CommandData);

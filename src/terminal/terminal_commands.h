@@ -8,11 +8,8 @@ namespace vantrel {
 
 class Console;
 
-// What the reader-terminal commands share: the position line of the terminal
-// at the selection, and the hand-over through the shared argument value.
-
-// "ReaderPosition=" and SelectedPositionText, as it stands at the click.
-Text ReaderPositionLine(const Console& console);
+// What the reader-terminal commands share: the hand-over through the shared
+// argument value.
 
 // Copies the block into CommandData and assigns that value to the member.
 void AssignThroughCommandData(Console& console, std::string_view member, const Text& block);
