@@ -25,7 +25,7 @@ constexpr char kUsage[] =
     "Usage: vantrel_bench [Google Benchmark options]\n"
     "       vantrel_bench --table --console PROGRAM --minimal PROGRAM [--launches N] [--log FILE]\n"
     "\n"
-    "With --table: runs the benchmarks the targets are read from (7 repetitions\n"
+    "With --table: runs the benchmarks the targets are read from (15 repetitions\n"
     "each in random order, medians of CPU time), starts PROGRAM --exit-when-shown and the minimal\n"
     "Qt program N times each in turn (9 by default, after one start of each to\n"
     "warm the caches), prints the targets table and exits with 0 when every\n"
@@ -75,9 +75,9 @@ Medians RunBenchmarks(std::ostream& log) {
             kStressTick + "|" + kSimulatorPut + ")(/|$)",
         // Repetitions in random order, so that what the machine's other work
         // takes away falls alike on a figure and its yardstick.
-        "--benchmark_repetitions=7",
+        "--benchmark_repetitions=15",
         "--benchmark_enable_random_interleaving=true",
-        "--benchmark_min_time=0.05",
+        "--benchmark_min_time=0.02",
     };
     std::vector<char*> argv;
     for (std::string& flag : flags) {
