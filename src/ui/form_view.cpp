@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include <qdrawutil.h>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QGroupBox>
@@ -13,7 +14,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QStyleOptionButton>
+#include <QStyleOptionFocusRect>
 #include <QTimer>
 
 namespace vantrel {
@@ -44,17 +45,23 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        QStyleOptionButton option;
-        initStyleOption(&option);
-        const QString caption = option.text;
-        option.text.clear();
+        const QString caption = text();
         if (fill_) {
             painter.setRenderHint(QPainter::Antialiasing);
             painter.setPen(QColor(0x40, 0x40, 0x40));
             painter.setBrush(*fill_);
             painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
         } else {
-            style()->drawControl(QStyle::CE_PushButton, &option, &painter, this);
+            // The plain raised bevel of the console's own platform. The
+            // style's rounded, shaded panel costs a cached picture per button
+            // size, and the console window has dozens of sizes to show at once.
+            qDrawWinButton(&painter, rect(), palette(), isDown(), &palette().brush(QPalette::Button));
+            if (hasFocus()) {
+                QStyleOptionFocusRect focus;
+                focus.initFrom(this);
+                focus.rect = rect().adjusted(3, 3, -3, -3);
+                style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
+            }
         }
         painter.setPen(palette().color(QPalette::ButtonText));
         painter.drawText(rect().adjusted(2, 1, -2, -1), Qt::AlignCenter | Qt::TextWordWrap, caption);
