@@ -28,6 +28,22 @@ QColor ToQColor(Color color) {
                   static_cast<int>((color >> 16) & 0xFF));
 }
 
+// The face a form names, on the platform that has it. Elsewhere a DejaVu
+// face (installed with the console) stands in, or Qt's default where even
+// that is missing, and is drawn unhinted: every face the system lacks costs
+// a font configuration search by name, and hinting costs an analysis of
+// every glyph at every size, together a good part of start-up.
+void UseFace(QFont& font, const QString& named, const QString& standIn) {
+#if defined(Q_OS_WIN)
+    Q_UNUSED(standIn);
+    font.setFamilies({named});
+#else
+    Q_UNUSED(named);
+    font.setFamilies({standIn});
+    font.setHintingPreference(QFont::PreferNoHinting);
+#endif
+}
+
 // A command button whose caption wraps inside the button, as the console's
 // narrow square buttons need ("Num Echo No C"). A graphical button is filled
 // with its own colour, flat, with a thin dark edge.
@@ -83,8 +99,7 @@ FormView::FormView(const FormDescription& description, FormState& state, EventDi
     // The layouts were drawn for a narrow 8-point sans serif font, about 11
     // pixels; wider faces would wrap captions that fit in the original.
     QFont small = font();
-    small.setFamilies(
-        {QStringLiteral("MS Sans Serif"), QStringLiteral("DejaVu Sans Condensed"), QStringLiteral("Sans Serif")});
+    UseFace(small, QStringLiteral("MS Sans Serif"), QStringLiteral("DejaVu Sans Condensed"));
     small.setPixelSize(11);
     setFont(small);
     if (description.backColor) {
@@ -198,7 +213,7 @@ QWidget* FormView::Create(const Control& control, QWidget* parent) {
     widget->setGeometry(Pixels(control.left), Pixels(control.top), Pixels(control.width), Pixels(control.height));
     if (control.font) {
         QFont font = widget->font();
-        font.setFamily(QString::fromStdString(control.font->family));
+        UseFace(font, QString::fromStdString(control.font->family), QStringLiteral("DejaVu Sans"));
         font.setPointSizeF(control.font->points);
         font.setBold(control.font->bold);
         widget->setFont(font);
