@@ -27,6 +27,11 @@ std::string WordOrQuoted(const std::string& name) {
     return Quoted(vantrel::FromUtf8(name));
 }
 
+// A forecourt event at a position with its quoted text.
+std::string Forecourt(const char* event, const ScriptCommand& command) {
+    return std::string("forecourt ") + event + " " + std::to_string(command.position) + " " + Quoted(command.text);
+}
+
 std::string Written(const ScriptCommand& command) {
     using Verb = ScriptCommand::Verb;
     using Reply = ScriptCommand::Reply;
@@ -41,8 +46,24 @@ std::string Written(const ScriptCommand& command) {
     case Verb::Menu: return "menu " + Quoted(vantrel::FromUtf8(command.name)) + " " + Quoted(command.text);
     case Verb::ServerAnswerText: return "server answer " + command.name + " " + Quoted(command.text);
     case Verb::ServerAnswerNumber: return "server answer " + command.name + " number " + std::to_string(command.number);
+    case Verb::ServerAnswerHuge: return "server answer " + command.name + " huge " + std::to_string(command.number);
     case Verb::ServerFail:
         return "server fail " + command.name + " " + std::to_string(command.number) + " " + Quoted(command.text);
+    case Verb::ServerDelay: return "server delay " + command.name + " " + std::to_string(command.number);
+    case Verb::ServerTime: {
+        std::string thousandths = std::to_string(command.number % 1000);
+        thousandths.insert(0, 3 - thousandths.size(), '0');
+        return "server time +" + std::to_string(command.number / 1000) + "." + thousandths;
+    }
+    case Verb::ServerAuto: return command.number != 0 ? "server auto on" : "server auto off";
+    case Verb::ForecourtLift:
+        return "forecourt lift " + std::to_string(command.position) + " hose " + std::to_string(command.hose);
+    case Verb::ForecourtHang: return "forecourt hang " + std::to_string(command.position);
+    case Verb::ForecourtCard: return Forecourt("card", command);
+    case Verb::ForecourtKeys: return Forecourt("keys", command);
+    case Verb::ForecourtCash: return Forecourt("cash", command);
+    case Verb::ForecourtPacket: return Forecourt("packet", command);
+    case Verb::ForecourtWash: return "forecourt wash " + Quoted(command.text);
     case Verb::Answer: {
         std::string line = "answer ";
         switch (command.reply) {
@@ -60,7 +81,7 @@ std::string Written(const ScriptCommand& command) {
 
 bool Same(const ScriptCommand& a, const ScriptCommand& b) {
     return a.verb == b.verb && a.name == b.name && a.text == b.text && a.reply == b.reply && a.count == b.count &&
-           a.number == b.number && a.file == b.file;
+           a.number == b.number && a.file == b.file && a.position == b.position && a.hose == b.hose;
 }
 
 }  // namespace
