@@ -16,4 +16,11 @@ public:
                        const QWidget* widget = nullptr) const override;
 };
 
+// A style for the scroll bars of the forms' text boxes: the classic platform
+// scroll bar with a plain groove, owned by `owner`. The shaded scroll bar, and
+// the classic one's dithered groove, are filled by Qt's painter in parallel
+// pieces on a thread pool, which the console window's first painting had to
+// start for them alone.
+QStyle* NewPlainScrollBarStyle(QObject* owner);
+
 }  // namespace vantrel

@@ -37,6 +37,9 @@ ConsoleApp::ConsoleApp(const ServerRegistry& servers, CallListener& events, Prom
     , report_(report)
     , console_(Console::Ports{servers, events, prompter_, windows_}, AllForms())
     , options_(options) {
+    // Menus and boxes in the forms' font too: a second face at start-up
+    // cost its own font search and glyphs.
+    QApplication::setFont(FormFont());
     const EventDispatcher dispatch = [this](const Handler& handler) { Dispatch(handler); };
     window_ = std::make_unique<ConsoleWindow>(console_, dispatch);
     windows_.Attach(console_, *window_, dispatch);

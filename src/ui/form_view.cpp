@@ -1,10 +1,12 @@
 #include "form_view.h"
 
+#include "ui/console_style.h"
 #include "ui/visible_text.h"
 
 #include <optional>
 
 #include <qdrawutil.h>
+#include <QApplication>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QGroupBox>
@@ -14,6 +16,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QStyleOptionFocusRect>
 #include <QTimer>
 
@@ -43,6 +46,19 @@ void UseFace(QFont& font, const QString& named, const QString& standIn) {
     font.setHintingPreference(QFont::PreferNoHinting);
 #endif
 }
+
+}  // namespace
+
+QFont FormFont() {
+    // The layouts were drawn for a narrow 8-point sans serif font, about 11
+    // pixels; wider faces would wrap captions that fit in the original.
+    QFont font = QApplication::font();
+    UseFace(font, QStringLiteral("MS Sans Serif"), QStringLiteral("DejaVu Sans Condensed"));
+    font.setPixelSize(11);
+    return font;
+}
+
+namespace {
 
 // A command button whose caption wraps inside the button, as the console's
 // narrow square buttons need ("Num Echo No C"). A graphical button is filled
@@ -96,12 +112,7 @@ FormView::FormView(const FormDescription& description, FormState& state, EventDi
     , dispatch_(std::move(dispatch)) {
     setObjectName(QString::fromStdString(description.name));
     setFixedSize(Pixels(description.clientWidth), Pixels(description.clientHeight));
-    // The layouts were drawn for a narrow 8-point sans serif font, about 11
-    // pixels; wider faces would wrap captions that fit in the original.
-    QFont small = font();
-    UseFace(small, QStringLiteral("MS Sans Serif"), QStringLiteral("DejaVu Sans Condensed"));
-    small.setPixelSize(11);
-    setFont(small);
+    setFont(FormFont());
     if (description.backColor) {
         setAutoFillBackground(true);
         QPalette colors = palette();
@@ -173,6 +184,9 @@ QWidget* FormView::Create(const Control& control, QWidget* parent) {
                                                       control.scrollBars == ScrollBars::Both
                                                   ? Qt::ScrollBarAlwaysOn
                                                   : Qt::ScrollBarAsNeeded);
+            QStyle* bars = NewPlainScrollBarStyle(box);
+            box->verticalScrollBar()->setStyle(bars);
+            box->horizontalScrollBar()->setStyle(bars);
             widget = box;
         } else {
             auto* box = new QLineEdit(parent);

@@ -16,6 +16,9 @@ namespace vantrel {
 // Runs a handler as one user-interface event (errors go to the report).
 using EventDispatcher = std::function<void(const Handler&)>;
 
+// The font every form is drawn in, and the console's menus and boxes too.
+QFont FormFont();
+
 // The generic renderer: turns a form description into Qt widgets at their
 // twips, keeps the creation order (a later control lies above an earlier
 // one), names each widget after its control, wires the handlers, and keeps
