@@ -52,26 +52,33 @@ expect InBox "70000"
     EXPECT_THAT(calls[1], HasSubstr(R"("result":{"i4":70000})"));
 }
 
-TEST(ScriptMode, AFailedExpectExitsWithTwoAndShowsBothTextsEscaped) {
-    const ScriptRun run = RunConsole("\n\nexpect TextBox \"Function\\r\\nBox\"\n");
-    EXPECT_EQ(2, run.exitCode);
-    EXPECT_THAT(run.err, HasSubstr("script.vts:3: expect TextBox"));
-    EXPECT_THAT(run.err, HasSubstr(R"(expected "Function\r\nBox")"));
-    EXPECT_THAT(run.err, HasSubstr(R"(actual   "Function Box")"));
-}
-
-TEST(ScriptMode, ScriptMistakesExitWithTwoNamingTheLine) {
+// Mistakes in a script, in its simulator lines and its menu lines, and an
+// expect that fails: exit code 2 and the line named on standard error.
+TEST(ScriptMode, MistakesExitWithTwoNamingTheLine) {
     struct Case {
         const char* script;
         const char* message;
     };
     for (const Case& c : {
+             Case{"\n\nexpect TextBox \"Function\\r\\nBox\"\n",
+                  "script.vts:3: expect TextBox\n  expected \"Function\\r\\nBox\"\n  actual   \"Function Box\"\n"},
              Case{"click NoSuchButton\n", "script.vts:1: no control NoSuchButton in the shown window VantrelTest"},
              Case{"jump Button1\n", "script.vts:1: unknown command 'jump'"},
              Case{"expect TextBox \"open\n", "script.vts:1: a text has no closing quote"},
              Case{"tick\nexpect Button1 \"x\"\n", "script.vts:2: no text box or label Button1"},
              Case{"answer ok\n", "1 queued replies were never used"},
              Case{"server fail NoSuchMember 5 \"x\"\n", "the simulator has no member NoSuchMember"},
+             Case{"server delay NoSuchMember 5\n", "the simulator has no member NoSuchMember"},
+             Case{"server answer Authorize \"x\"\n", "Authorize is assigned and answers nothing"},
+             Case{"forecourt hang 7\n", "script.vts:1: forecourt: no nozzle is lifted at position 07"},
+             Case{"forecourt lift 7 hose 5\n", "script.vts:1: forecourt: position 07 has hoses 1 to 4"},
+             Case{"forecourt cash 7 \"lots\"\n", "forecourt: \"lots\" is no amount of cash (20.00, 5, 0.50)"},
+             Case{"\nforecourt lift 40 hose 1\n", "script.vts:2: usage: forecourt lift P hose H"},
+             Case{"menu \"Tools\" \"Nothing\"\n", "no menu entry \"Tools\" \"Nothing\" on the console"},
+             Case{"menu \"Set-up\" \"Nothing...\"\n", R"(no menu entry "Set-up" "Nothing..." on the console)"},
+             Case{"menu Set-up \"Serial Port Para...\"\n", R"(usage: menu "MENU" "ENTRY")"},
+             Case{"menu \"Set-up\" \"Get Debug Select...\"\nmenu \"Set-up\" \"Get Debug Select...\"\n",
+                  "the console's menu cannot be used while GetDebugSelect is shown"},
          }) {
         const ScriptRun run = RunConsole(c.script);
         EXPECT_EQ(2, run.exitCode) << c.script;

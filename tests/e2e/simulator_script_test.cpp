@@ -118,26 +118,6 @@ print DeviceData
     EXPECT_GT(run.out.size(), 100000u);
 }
 
-TEST(SimulatorScript, MistakesInSimulatorLinesExitWithTwoNamingTheLine) {
-    struct Case {
-        const char* script;
-        const char* message;
-    };
-    for (const Case& c : {
-             Case{"forecourt hang 7\n", "script.vts:1: forecourt: no nozzle is lifted at position 07"},
-             Case{"forecourt lift 7 hose 5\n", "script.vts:1: forecourt: position 07 has hoses 1 to 4"},
-             Case{"forecourt cash 7 \"lots\"\n", "forecourt: \"lots\" is no amount of cash (20.00, 5, 0.50)"},
-             Case{"\nforecourt lift 40 hose 1\n", "script.vts:2: usage: forecourt lift P hose H"},
-             Case{"server answer Authorize \"x\"\n", "Authorize is assigned and answers nothing"},
-             Case{"server delay NoSuchMember 5\n", "the simulator has no member NoSuchMember"},
-             Case{"menu \"Tools\" \"Nothing\"\n", "no menu entry \"Tools\" \"Nothing\" on the console"},
-         }) {
-        const ScriptRun run = RunConsole(c.script);
-        EXPECT_EQ(2, run.exitCode) << c.script;
-        EXPECT_THAT(run.err, HasSubstr(c.message)) << c.script;
-    }
-}
-
 TEST(SimulatorScript, TheToolsMenuOpensTheSimulatorWindow) {
     const ScriptRun empty = RunConsole("");
     const std::string picture = empty.directory + "/simulator.png";

@@ -199,23 +199,6 @@ tick 3
             R"({"op":"msgbox","text":"PortNumber=1\r\nBaudRate=19200\r\nLogFileName=c:\\xfer\\logfile.log\r\n\u0000","title":"VantrelTest")")));
 }
 
-TEST(SystemScript, MenuMistakesExitWithTwo) {
-    struct Case {
-        const char* script;
-        const char* message;
-    };
-    for (const Case& c : {
-             Case{"menu \"Set-up\" \"Nothing...\"\n", R"(no menu entry "Set-up" "Nothing..." on the console)"},
-             Case{"menu Set-up \"Serial Port Para...\"\n", R"(usage: menu "MENU" "ENTRY")"},
-             Case{"menu \"Set-up\" \"Get Debug Select...\"\nmenu \"Set-up\" \"Get Debug Select...\"\n",
-                  "the console's menu cannot be used while GetDebugSelect is shown"},
-         }) {
-        const ScriptRun run = RunConsole(c.script);
-        EXPECT_EQ(2, run.exitCode) << c.script;
-        EXPECT_THAT(run.err, HasSubstr(c.message)) << c.script;
-    }
-}
-
 // Other devices: the code and the price table survive hiding; a failure
 // inside the window ends the run.
 TEST(OtherDevicesScript, TheWindowKeepsItsCodeAndPriceTableAcrossHiding) {
