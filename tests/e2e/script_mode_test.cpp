@@ -4,7 +4,10 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/wait.h>
+
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -96,11 +99,43 @@ TEST(ScriptMode, PicturesAreWritten) {
     EXPECT_GT(std::filesystem::file_size(run.directory + "/console.png"), 1000u);
 }
 
+// The program on a command line of its own, standard output collected.
+struct ProgramRun {
+    int exitCode = -1;
+    std::string out;
+};
+
+ProgramRun RunProgram(const std::string& arguments) {
+    const std::string command =
+        "QT_QPA_PLATFORM=offscreen '" + std::string(VANTREL_TEST_BINARY) + "' " + arguments + " 2>/dev/null </dev/null";
+    ProgramRun run;
+    FILE* pipe = ::popen(command.c_str(), "r");
+    if (!pipe) {
+        return run;
+    }
+    char buffer[256];
+    for (std::size_t got; (got = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) {
+        run.out.append(buffer, got);
+    }
+    const int status = ::pclose(pipe);
+    run.exitCode = status != -1 && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return run;
+}
+
 TEST(CommandLine, HelpAndVersionAnswerWithoutAWindow) {
-    const std::string binary = VANTREL_TEST_BINARY;
-    EXPECT_EQ(0, std::system((binary + " --help > /dev/null 2>&1").c_str()));
-    EXPECT_EQ(0, std::system((binary + " --version > /dev/null 2>&1").c_str()));
-    EXPECT_NE(0, std::system((binary + " --bogus > /dev/null 2>&1").c_str()));
+    const ProgramRun help = RunProgram("--help");
+    EXPECT_EQ(0, help.exitCode);
+    EXPECT_THAT(help.out, HasSubstr("--exit-when-shown"));
+    EXPECT_EQ(0, RunProgram("--version").exitCode);
+    EXPECT_NE(0, RunProgram("--bogus").exitCode);
+}
+
+// The start-up measurement hook: the moment the window is first shown, with
+// the resident size, then the end at once with 0.
+TEST(CommandLine, ExitWhenShownReportsTheFirstShowingWithTheResidentSize) {
+    const ProgramRun run = RunProgram("--exit-when-shown");
+    EXPECT_EQ(0, run.exitCode);
+    EXPECT_THAT(run.out, ::testing::MatchesRegex("shown [1-9][0-9]* KiB\n"));
 }
 
 TEST(StartUp, AServerThatCannotBeCreatedEndsThroughTheReportBeforeAnyWindow) {
