@@ -50,16 +50,6 @@ protected:
     TestConsole test;
 };
 
-// Hexadecimal text in lines of 64 digits with CR LF, as the image files are.
-std::string HexText(std::size_t length) {
-    static constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string text;
-    for (std::size_t i = 0; text.size() < length; ++i) {
-        text.push_back(i % 66 == 64 ? '\r' : i % 66 == 65 ? '\n' : kDigits[(i * 7) % 16]);
-    }
-    return text;
-}
-
 struct CountCase {
     std::size_t length;
     const char16_t* count;
@@ -70,7 +60,7 @@ void PrintTo(const CountCase& c, std::ostream* out) { *out << c.length << " char
 class ImageCount : public ImageFile, public ::testing::WithParamInterface<CountCase> {};
 
 TEST_P(ImageCount, SendsTheWholeFileBehindTheHeaderAndNothingAfter) {
-    const std::string content = HexText(GetParam().length);
+    const std::string content = testing::HexImageText(GetParam().length);
     Write(content);
     test.Click("Button32");
     PressSetImage();
