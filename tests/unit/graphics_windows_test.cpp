@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
 #include <fstream>
 #include <limits>
 #include <map>
@@ -40,7 +39,6 @@ void ExpectNothingElseChanged(TestConsole& test) {
 // test writes one.
 class ImageFile : public ::testing::Test {
 protected:
-    fs::path Folder() const { return drive.ImageFolder(); }
     fs::path File() const { return drive.ImageFile(); }
     void Write(const std::string& bytes) { drive.WriteImage(bytes); }
     void PressSetImage() { test.Click("SET_IMAGE_BUTTON", kTestFunctionForm); }
@@ -111,28 +109,6 @@ TEST_F(ImageFile, EachPressReadsTheFileAgainAndKeepsItsHandle) {
     }
     EXPECT_EQ(3, open);
 #endif
-}
-
-// A file that cannot be read ends the command through the report before
-// anything is sent.
-TEST_F(ImageFile, AFileThatCannotBeOpenedEndsThroughTheReport) {
-    struct Case {
-        const char* title;
-        std::function<void()> arrange;
-        int error;
-    };
-    for (const Case& c : {
-             Case{"no drive folder", [] {}, 53},
-             Case{"no file", [&] { fs::create_directories(Folder()); }, 53},
-             Case{"a folder in its place", [&] { fs::create_directories(File()); }, 75},
-         }) {
-        TestConsole fresh;
-        c.arrange();
-        fresh.Click("SET_IMAGE_BUTTON", kTestFunctionForm);
-        ASSERT_EQ(1u, fresh.report().errors.size()) << c.title;
-        EXPECT_EQ(c.error, fresh.report().errors[0].number()) << c.title;
-        EXPECT_TRUE(fresh.calls().empty()) << c.title;
-    }
 }
 
 TEST_F(ImageFile, TheFileTableRunsOutAfter255Files) {
