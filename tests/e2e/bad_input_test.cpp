@@ -176,6 +176,31 @@ const Entry kEmpty = Text();
 const std::pair<int, std::string> kTypeMismatch{13, "Type mismatch"};
 const std::pair<int, std::string> kOverflow{6, "Overflow"};
 
+// MOP and limit are not checked beyond being empty.
+std::function<Scripted(const Entry&)> PresetUnchecked(int at) {
+    return [at](const Entry& entry) {
+        return entry && !entry->empty() ? PresetSends(at, *entry) : PresetRefuses(at, entry, kNoData);
+    };
+}
+
+// The seven kinds of bad entry at one box, for a box whose reaction follows
+// from the entry alone.
+void EveryKind(std::vector<Case>& cases, const std::string& box, const std::function<Scripted(const Entry&)>& make,
+               char16_t megabyteFirst, const char16_t* noNumber, const char16_t* outOfRange) {
+    const std::vector<std::pair<std::string, std::function<Entry()>>> kinds = {
+        {"Empty", [] { return kEmpty; }},
+        {"Cancel", [] { return kCancel; }},
+        {"Blanks", [] { return Entry(u"   "); }},
+        {"Megabyte", [megabyteFirst] { return Entry(Megabyte(megabyteFirst)); }},
+        {"Controls", [] { return Entry(kControls); }},
+        {"NoNumber", [noNumber] { return Entry(noNumber); }},
+        {"OutOfRange", [outOfRange] { return Entry(outOfRange); }},
+    };
+    for (const auto& [kind, entry] : kinds) {
+        cases.push_back({box + "_" + kind, [make, entry] { return make(entry()); }});
+    }
+}
+
 std::vector<Case> AllCases() {
     std::vector<Case> cases = {
         // The hose is checked as text against "0" and "8": what sorts between
@@ -195,21 +220,6 @@ std::vector<Case> AllCases() {
         {"PresetHose_Nine", [] { return PresetRefuses(0, Text(u"9"), kBadHose); }},
         {"PresetHose_Negative", [] { return PresetRefuses(0, Text(u"-1"), kBadHose); }},
         {"PresetHose_HundredThousand", [] { return PresetSends(0, u"100000"); }},
-        // MOP and limit are not checked beyond being empty.
-        {"PresetMop_Empty", [] { return PresetRefuses(1, kEmpty, kNoData); }},
-        {"PresetMop_Cancel", [] { return PresetRefuses(1, kCancel, kNoData); }},
-        {"PresetMop_Blanks", [] { return PresetSends(1, u"   "); }},
-        {"PresetMop_Megabyte", [] { return PresetSends(1, Megabyte(u'1')); }},
-        {"PresetMop_Controls", [] { return PresetSends(1, kControls); }},
-        {"PresetMop_NoNumber", [] { return PresetSends(1, u"xyz"); }},
-        {"PresetMop_OutOfRange", [] { return PresetSends(1, u"99999"); }},
-        {"PresetLimit_Empty", [] { return PresetRefuses(2, kEmpty, kNoData); }},
-        {"PresetLimit_Cancel", [] { return PresetRefuses(2, kCancel, kNoData); }},
-        {"PresetLimit_Blanks", [] { return PresetSends(2, u"   "); }},
-        {"PresetLimit_Megabyte", [] { return PresetSends(2, Megabyte(u'0')); }},
-        {"PresetLimit_Controls", [] { return PresetSends(2, kControls); }},
-        {"PresetLimit_NoNumber", [] { return PresetSends(2, u"lots"); }},
-        {"PresetLimit_OutOfRange", [] { return PresetSends(2, u"-99999999999"); }},
         // The multi-hose lock takes "1", "2", "f" or "F" exactly.
         {"MultiHoseLock_Empty", [] { return MultiHoseLock(kEmpty, kNoData); }},
         {"MultiHoseLock_Cancel", [] { return MultiHoseLock(kCancel, kNoData); }},
@@ -219,15 +229,6 @@ std::vector<Case> AllCases() {
         {"MultiHoseLock_NoNumber", [] { return MultiHoseLock(Text(u"x"), kBadMop); }},
         {"MultiHoseLock_Three", [] { return MultiHoseLock(Text(u"3"), kBadMop); }},
         {"MultiHoseLock_Negative", [] { return MultiHoseLock(Text(u"-1"), kBadMop); }},
-        // The slow-down point stops silently when empty and is sent as typed
-        // otherwise.
-        {"PriceSlowdown_Empty", [] { return PriceSlowdown(kEmpty); }},
-        {"PriceSlowdown_Cancel", [] { return PriceSlowdown(kCancel); }},
-        {"PriceSlowdown_Blanks", [] { return PriceSlowdown(Text(u"   ")); }},
-        {"PriceSlowdown_Megabyte", [] { return PriceSlowdown(Megabyte(u'2')); }},
-        {"PriceSlowdown_Controls", [] { return PriceSlowdown(kControls); }},
-        {"PriceSlowdown_NoNumber", [] { return PriceSlowdown(Text(u"slow")); }},
-        {"PriceSlowdown_OutOfRange", [] { return PriceSlowdown(Text(u"99999999999999999999")); }},
         // The number of hoses is converted unguarded.
         {"PriceCount_Empty", [] { return PriceCount(kEmpty, std::nullopt); }},
         {"PriceCount_Cancel", [] { return PriceCount(kCancel, std::nullopt); }},
@@ -237,35 +238,23 @@ std::vector<Case> AllCases() {
         {"PriceCount_NoNumber", [] { return PriceCount(Text(u"two"), kTypeMismatch); }},
         {"PriceCount_AboveSixteenBits", [] { return PriceCount(Text(u"32768"), kOverflow); }},
         {"PriceCount_BelowSixteenBits", [] { return PriceCount(Text(u"-32769"), kOverflow); }},
-        // Prices are not checked; a missing one skips its hose.
-        {"PriceTier1_Empty", [] { return PriceTier(1, kEmpty); }},
-        {"PriceTier1_Cancel", [] { return PriceTier(1, kCancel); }},
-        {"PriceTier1_Blanks", [] { return PriceTier(1, Text(u"   ")); }},
-        {"PriceTier1_Megabyte", [] { return PriceTier(1, Megabyte(u'9')); }},
-        {"PriceTier1_Controls", [] { return PriceTier(1, kControls); }},
-        {"PriceTier1_NoNumber", [] { return PriceTier(1, Text(u"cheap")); }},
-        {"PriceTier1_OutOfRange", [] { return PriceTier(1, Text(u"-1E400")); }},
-        {"PriceTier2_Empty", [] { return PriceTier(2, kEmpty); }},
-        {"PriceTier2_Cancel", [] { return PriceTier(2, kCancel); }},
-        {"PriceTier2_Blanks", [] { return PriceTier(2, Text(u"   ")); }},
-        {"PriceTier2_Megabyte", [] { return PriceTier(2, Megabyte(u'8')); }},
-        {"PriceTier2_Controls", [] { return PriceTier(2, kControls); }},
-        {"PriceTier2_NoNumber", [] { return PriceTier(2, Text(u"dear")); }},
-        {"PriceTier2_OutOfRange", [] { return PriceTier(2, Text(u"1E400")); }},
-        // The key pad configuration goes out exactly as typed, unless empty.
-        {"KeyPad_Empty", [] { return KeyPad(kEmpty); }},
-        {"KeyPad_Cancel", [] { return KeyPad(kCancel); }},
-        {"KeyPad_Blanks", [] { return KeyPad(Text(u"   ")); }},
-        {"KeyPad_Megabyte", [] { return KeyPad(Megabyte(u'K')); }},
-        {"KeyPad_Controls", [] { return KeyPad(kControls); }},
-        {"KeyPad_NoNumber", [] { return KeyPad(Text(u"abc=def")); }},
-        {"KeyPad_OutOfRange", [] { return KeyPad(Text(u"99999999999999999999")); }},
+        // A count above eight asks again; Cancel then stops without a word.
+        {"PriceCount_AboveEightAsksAgain",
+         [] {
+             return Scripted{"answer \"15\"\nanswer \"12\"\nanswer cancel\nclick Price\n",
+                             {{kAskSlowdown, kAskHoses, kAskHoses}, {}, {}, {}}};
+         }},
     };
-    // A count above eight asks again; Cancel then stops without a word.
-    cases.push_back({"PriceCount_AboveEightAsksAgain", [] {
-                         return Scripted{"answer \"15\"\nanswer \"12\"\nanswer cancel\nclick Price\n",
-                                         {{kAskSlowdown, kAskHoses, kAskHoses}, {}, {}, {}}};
-                     }});
+    EveryKind(cases, "PresetMop", PresetUnchecked(1), u'1', u"xyz", u"99999");
+    EveryKind(cases, "PresetLimit", PresetUnchecked(2), u'0', u"lots", u"-99999999999");
+    // The slow-down point stops silently when empty and is sent as typed
+    // otherwise.
+    EveryKind(cases, "PriceSlowdown", PriceSlowdown, u'2', u"slow", u"99999999999999999999");
+    // Prices are not checked; a missing one skips its hose.
+    EveryKind(cases, "PriceTier1", std::bind_front(PriceTier, 1), u'9', u"cheap", u"-1E400");
+    EveryKind(cases, "PriceTier2", std::bind_front(PriceTier, 2), u'8', u"dear", u"1E400");
+    // The key pad configuration goes out exactly as typed, unless empty.
+    EveryKind(cases, "KeyPad", KeyPad, u'K', u"abc=def", u"99999999999999999999");
     return cases;
 }
 

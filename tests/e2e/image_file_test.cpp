@@ -84,20 +84,8 @@ protected:
     DriveFolder drive;
 };
 
-// Hexadecimal digits in lines of 64 with CR LF, as the image files are
-// written.
-std::string HexLines(std::size_t length) {
-    static constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string text;
-    text.reserve(length);
-    for (std::size_t i = 0; text.size() < length; ++i) {
-        text.push_back(i % 66 == 64 ? '\r' : i % 66 == 65 ? '\n' : kDigits[(i * 7) % 16]);
-    }
-    return text;
-}
-
 TEST_P(ImageSentWhole, BehindTheHeaderWithItsCountAndNothingAfter) {
-    const std::string content = HexLines(GetParam().length);
+    const std::string content = HexImageText(GetParam().length);
     drive.WriteImage(content);
     const ScriptRun run = RunConsole(kPressSetImage);
     ASSERT_TRUE(EndedByItself(run));

@@ -4,7 +4,10 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/wait.h>
+
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -52,26 +55,33 @@ expect InBox "70000"
     EXPECT_THAT(calls[1], HasSubstr(R"("result":{"i4":70000})"));
 }
 
-TEST(ScriptMode, AFailedExpectExitsWithTwoAndShowsBothTextsEscaped) {
-    const ScriptRun run = RunConsole("\n\nexpect TextBox \"Function\\r\\nBox\"\n");
-    EXPECT_EQ(2, run.exitCode);
-    EXPECT_THAT(run.err, HasSubstr("script.vts:3: expect TextBox"));
-    EXPECT_THAT(run.err, HasSubstr(R"(expected "Function\r\nBox")"));
-    EXPECT_THAT(run.err, HasSubstr(R"(actual   "Function Box")"));
-}
-
-TEST(ScriptMode, ScriptMistakesExitWithTwoNamingTheLine) {
+// Mistakes in a script, in its simulator lines and its menu lines, and an
+// expect that fails: exit code 2 and the line named on standard error.
+TEST(ScriptMode, MistakesExitWithTwoNamingTheLine) {
     struct Case {
         const char* script;
         const char* message;
     };
     for (const Case& c : {
+             Case{"\n\nexpect TextBox \"Function\\r\\nBox\"\n",
+                  "script.vts:3: expect TextBox\n  expected \"Function\\r\\nBox\"\n  actual   \"Function Box\"\n"},
              Case{"click NoSuchButton\n", "script.vts:1: no control NoSuchButton in the shown window VantrelTest"},
              Case{"jump Button1\n", "script.vts:1: unknown command 'jump'"},
              Case{"expect TextBox \"open\n", "script.vts:1: a text has no closing quote"},
              Case{"tick\nexpect Button1 \"x\"\n", "script.vts:2: no text box or label Button1"},
              Case{"answer ok\n", "1 queued replies were never used"},
              Case{"server fail NoSuchMember 5 \"x\"\n", "the simulator has no member NoSuchMember"},
+             Case{"server delay NoSuchMember 5\n", "the simulator has no member NoSuchMember"},
+             Case{"server answer Authorize \"x\"\n", "Authorize is assigned and answers nothing"},
+             Case{"forecourt hang 7\n", "script.vts:1: forecourt: no nozzle is lifted at position 07"},
+             Case{"forecourt lift 7 hose 5\n", "script.vts:1: forecourt: position 07 has hoses 1 to 4"},
+             Case{"forecourt cash 7 \"lots\"\n", "forecourt: \"lots\" is no amount of cash (20.00, 5, 0.50)"},
+             Case{"\nforecourt lift 40 hose 1\n", "script.vts:2: usage: forecourt lift P hose H"},
+             Case{"menu \"Tools\" \"Nothing\"\n", "no menu entry \"Tools\" \"Nothing\" on the console"},
+             Case{"menu \"Set-up\" \"Nothing...\"\n", R"(no menu entry "Set-up" "Nothing..." on the console)"},
+             Case{"menu Set-up \"Serial Port Para...\"\n", R"(usage: menu "MENU" "ENTRY")"},
+             Case{"menu \"Set-up\" \"Get Debug Select...\"\nmenu \"Set-up\" \"Get Debug Select...\"\n",
+                  "the console's menu cannot be used while GetDebugSelect is shown"},
          }) {
         const ScriptRun run = RunConsole(c.script);
         EXPECT_EQ(2, run.exitCode) << c.script;
@@ -89,11 +99,43 @@ TEST(ScriptMode, PicturesAreWritten) {
     EXPECT_GT(std::filesystem::file_size(run.directory + "/console.png"), 1000u);
 }
 
+// The program on a command line of its own, standard output collected.
+struct ProgramRun {
+    int exitCode = -1;
+    std::string out;
+};
+
+ProgramRun RunProgram(const std::string& arguments) {
+    const std::string command =
+        "QT_QPA_PLATFORM=offscreen '" + std::string(VANTREL_TEST_BINARY) + "' " + arguments + " 2>/dev/null </dev/null";
+    ProgramRun run;
+    FILE* pipe = ::popen(command.c_str(), "r");
+    if (!pipe) {
+        return run;
+    }
+    char buffer[256];
+    for (std::size_t got; (got = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) {
+        run.out.append(buffer, got);
+    }
+    const int status = ::pclose(pipe);
+    run.exitCode = status != -1 && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return run;
+}
+
 TEST(CommandLine, HelpAndVersionAnswerWithoutAWindow) {
-    const std::string binary = VANTREL_TEST_BINARY;
-    EXPECT_EQ(0, std::system((binary + " --help > /dev/null 2>&1").c_str()));
-    EXPECT_EQ(0, std::system((binary + " --version > /dev/null 2>&1").c_str()));
-    EXPECT_NE(0, std::system((binary + " --bogus > /dev/null 2>&1").c_str()));
+    const ProgramRun help = RunProgram("--help");
+    EXPECT_EQ(0, help.exitCode);
+    EXPECT_THAT(help.out, HasSubstr("--exit-when-shown"));
+    EXPECT_EQ(0, RunProgram("--version").exitCode);
+    EXPECT_NE(0, RunProgram("--bogus").exitCode);
+}
+
+// The start-up measurement hook: the moment the window is first shown, with
+// the resident size, then the end at once with 0.
+TEST(CommandLine, ExitWhenShownReportsTheFirstShowingWithTheResidentSize) {
+    const ProgramRun run = RunProgram("--exit-when-shown");
+    EXPECT_EQ(0, run.exitCode);
+    EXPECT_THAT(run.out, ::testing::MatchesRegex("shown [1-9][0-9]* KiB\n"));
 }
 
 TEST(StartUp, AServerThatCannotBeCreatedEndsThroughTheReportBeforeAnyWindow) {

@@ -33,4 +33,14 @@ void DriveFolder::WriteImage(const std::string& bytes) const {
     std::ofstream(ImageFile(), std::ios::binary | std::ios::trunc) << bytes;
 }
 
+std::string HexImageText(std::size_t length) {
+    static constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string text;
+    text.reserve(length);
+    for (std::size_t i = 0; text.size() < length; ++i) {
+        text.push_back(i % 66 == 64 ? '\r' : i % 66 == 65 ? '\n' : kDigits[(i * 7) % 16]);
+    }
+    return text;
+}
+
 }  // namespace vantrel::testing

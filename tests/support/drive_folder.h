@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 
@@ -25,5 +26,9 @@ public:
 private:
     std::filesystem::path root_;
 };
+
+// Hexadecimal digits in lines of 64 with CR LF, as the image files are
+// written, `length` characters in all.
+std::string HexImageText(std::size_t length);
 
 }  // namespace vantrel::testing

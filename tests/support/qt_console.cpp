@@ -5,7 +5,7 @@
 
 namespace vantrel::testing {
 
-void QtConsoleTest::Start(Prompter* prompter, bool runTimers) {
+void QtConsoleTest::Start(Prompter* prompter, bool runTimers, const std::function<void()>& beforeLoad) {
     servers_.Register(std::string(kServerProgId), [this] {
         auto server = std::make_unique<RecordingServer>();
         server_ = server.get();
@@ -13,6 +13,9 @@ void QtConsoleTest::Start(Prompter* prompter, bool runTimers) {
     });
     app_ = std::make_unique<ConsoleApp>(servers_, events_, prompter ? *prompter : prompter_, report_,
                                         ConsoleOptions{runTimers});
+    if (beforeLoad) {
+        beforeLoad();
+    }
     app_->Load();
     app_->Show();
     QApplication::setActiveWindow(&app_->window());

@@ -7,6 +7,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 namespace vantrel::testing {
@@ -16,8 +17,8 @@ namespace vantrel::testing {
 class QtConsoleTest : public ::testing::Test {
 protected:
     // Boxes go to the scripted prompter unless another is given; the timers
-    // run only on request.
-    void Start(Prompter* prompter = nullptr, bool runTimers = false);
+    // run only on request. `beforeLoad` runs once the window exists.
+    void Start(Prompter* prompter = nullptr, bool runTimers = false, const std::function<void()>& beforeLoad = {});
 
     FormView& view() { return app_->window().view(); }
     // The widget of a console control, failing the test when there is none.

@@ -2,9 +2,8 @@
 // as the technician opens it, fed by real clicks and by events on the hub.
 #include "support/call_events.h"
 #include "support/qt_modal.h"
-#include "support/test_support.h"
+#include "support/qt_console.h"
 #include "ui/call_monitor_window.h"
-#include "ui/console_window.h"
 
 #include <gtest/gtest.h>
 
@@ -33,9 +32,6 @@ namespace vantrel {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::RecordingReport;
-using testing::RecordingServer;
-using testing::ScriptedPrompter;
 
 const Text kFillup = Text(u"FuelingPosition=07\r\nHose=0\r\nMOP=F\r\nLimit=999999\r\n") + u'\0';
 
@@ -58,26 +54,12 @@ CallEvent Call(std::string member, std::optional<Variant> argument, Text answer,
 
 // The console built as the program builds it, with the monitor listening
 // from before the load.
-class CallMonitorWindowTest : public ::testing::Test {
+class CallMonitorWindowTest : public testing::QtConsoleTest {
 protected:
     void Build(MonitorLimits limits = {}) {
-        servers_.Register(std::string(kServerProgId), [this] {
-            auto server = std::make_unique<RecordingServer>();
-            server_ = server.get();
-            return server;
-        });
-        app_ = std::make_unique<ConsoleApp>(servers_, events_, prompter_, report_);
-        monitor_ = std::make_unique<CallMonitor>(events_, app_->window(), limits);
-        app_->Load();
-        app_->Show();
-        QApplication::setActiveWindow(&app_->window());
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&app_->window()));
+        Start(nullptr, true, [&] { monitor_ = std::make_unique<CallMonitor>(events_, app_->window(), limits); });
     }
     void SetUp() override { Build(); }
-    void TearDown() override {
-        monitor_.reset();
-        app_.reset();
-    }
 
     CallMonitorWindow& Open() {
         CallMonitorWindow& window = monitor_->Open();
@@ -118,12 +100,6 @@ protected:
         monitor_->window()->Flush();
     }
 
-    ServerRegistry servers_;
-    CallEvents events_;
-    ScriptedPrompter prompter_;
-    RecordingReport report_;
-    RecordingServer* server_ = nullptr;
-    std::unique_ptr<ConsoleApp> app_;
     std::unique_ptr<CallMonitor> monitor_;
 };
 

@@ -8,7 +8,6 @@
 
 #include <cstdlib>
 #include <ctime>
-#include <sstream>
 
 namespace vantrel {
 namespace {
@@ -262,28 +261,6 @@ TEST(CallMonitorFilter, ShowsOnlyTheRowsOfAMemberOrWithAText) {
     Feed(model, {Put("Stop", Variant::OfText(u"07")), Call("CardQue", std::nullopt, Variant::OfText(u""))});
     EXPECT_EQ(3u, model.size());
     EXPECT_EQ(7u, model.keptCount());
-}
-
-TEST(CallMonitorFilter, ExportsTheShownRowsInTheTraceFormat) {
-    CallMonitorModel model;
-    Feed(model, {
-                    Put("Authorize", Variant::OfText(Text(u"A\r\n") + u'\0')),
-                    Call("DispenserInformation", Variant::OfInt16(7), Variant::OfText(u"FP=07"), true),
-                });
-    std::ostringstream all;
-    model.ExportJsonLines(all);
-    EXPECT_EQ(
-        "{\"op\":\"put\",\"member\":\"Authorize\",\"value\":{\"text\":\"A\\r\\n\\u0000\"}}\n"
-        "{\"op\":\"call\",\"member\":\"DispenserInformation\",\"arg\":{\"i2\":7},\"byref\":true,"
-        "\"result\":{\"text\":\"FP=07\"}}\n",
-        all.str());
-
-    model.SetFilter("DispenserInformation", u"");
-    std::ostringstream shown;
-    model.ExportJsonLines(shown);
-    const std::string lines = shown.str();
-    EXPECT_EQ(0u, lines.find("{\"op\":\"call\""));
-    EXPECT_EQ(1, std::count(lines.begin(), lines.end(), '\n'));
 }
 
 TEST(CallMonitorSearch, FindsTheNextAndPreviousRowWrappingAround) {

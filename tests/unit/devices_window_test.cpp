@@ -3,6 +3,8 @@
 // across presses and hiding.
 #include "devices/device_commands.h"
 
+#include "car_wash_tables.h"
+
 #include "support/test_support.h"
 
 #include <gtest/gtest.h>
@@ -89,27 +91,6 @@ TEST_F(CodeBoxTest, TheTypedCodeGoesOutAsTypedAndSurvivesHiding) {
     EXPECT_TEXT(u"CancelCarWashCode\r\nCarWashCode=4711\r\n\0"s, LastBlock());
 }
 
-const Text kTable1 =
-    u"ProgramCount=03\r\n"
-    u"ProgramNumber=01\r\nFullPrice=00500\r\nDiscount1Price=00400\r\nDiscount2Price=00300\r\n"
-    u"ProgramNumber=02\r\nFullPrice=00600\r\nDiscount1Price=00500\r\nDiscount2Price=00400\r\n"
-    u"ProgramNumber=03\r\nFullPrice=00700\r\nDiscount1Price=00600\r\nDiscount2Price=00500\r\n"
-    u"OptionCount=03\r\n"
-    u"OptionNumber=01\r\nFullPrice=00025\r\nDiscount1Price=00020\r\nDiscount2Price=00015\r\n"
-    u"OptionNumber=02\r\nFullPrice=00030\r\nDiscount1Price=00025\r\nDiscount2Price=00020\r\n"
-    u"OptionNumber=03\r\nFullPrice=00035\r\nDiscount1Price=00030\r\nDiscount2Price=00025\r\n";
-const Text kTable2 =
-    u"ProgramCount=03\r\n"
-    u"ProgramNumber=01\r\nFullPrice=00501\r\nDiscount1Price=00401\r\nDiscount2Price=00301\r\n"
-    u"ProgramNumber=02\r\nFullPrice=00601\r\nDiscount1Price=00501\r\nDiscount2Price=00401\r\n"
-    u"ProgramNumber=03\r\nFullPrice=00701\r\nDiscount1Price=00601\r\nDiscount2Price=00501\r\n"
-    u"OptionCount=03\r\n"
-    u"OptionNumber=01\r\nFullPrice=00026\r\nDiscount1Price=00021\r\nDiscount2Price=00016\r\n"
-    u"OptionNumber=02\r\nFullPrice=00031\r\nDiscount1Price=00026\r\nDiscount2Price=00021\r\n"
-    u"OptionNumber=03\r\nFullPrice=00036\r\nDiscount1Price=00031\r\nDiscount2Price=00026\r\n";
-
-Text PriceBlock(const Text& table) { return u"SetPriceData\r\n" + table + u"\r\n\r\n\0"s; }
-
 class PriceSetTest : public CodeBoxTest {
 protected:
     // One press: the device data shows the table, the block carries it.
@@ -118,7 +99,7 @@ protected:
         Press("SETPRICEBUTTON");
         ASSERT_EQ(before + 1, test_.calls().size());
         EXPECT_EQ("CarWashInformationRequest", test_.calls().back().member);
-        EXPECT_TEXT(PriceBlock(table), LastBlock());
+        EXPECT_TEXT(testing::CarWashPriceBlock(table), LastBlock());
         EXPECT_TEXT(table, DeviceData());
         EXPECT_TEXT(u"<Object>.CarWashInformationRequest = <data>", test_.console().FunctionBox());
         EXPECT_EQ(priceSetAfter, test_.console().PriceSET);
@@ -126,15 +107,15 @@ protected:
 };
 
 TEST_F(PriceSetTest, AlternatesBetweenTheTwoTablesOnEveryPressAcrossHiding) {
-    ExpectPress(kTable1, 1);
-    ExpectPress(kTable2, 0);
-    ExpectPress(kTable1, 1);
+    ExpectPress(testing::kCarWashTable1, 1);
+    ExpectPress(testing::kCarWashTable2, 0);
+    ExpectPress(testing::kCarWashTable1, 1);
     Press("EXIT_CMD");
     test_.Click("OTHERDEVICESBUTTON");
-    ExpectPress(kTable2, 0);
+    ExpectPress(testing::kCarWashTable2, 0);
     Press("EXIT_CMD");
     test_.Click("OTHERDEVICESBUTTON");
-    ExpectPress(kTable1, 1);
+    ExpectPress(testing::kCarWashTable1, 1);
     EXPECT_TEXT(u"", test_.console().DataBox());
 }
 
@@ -143,8 +124,8 @@ TEST_F(PriceSetTest, AFailedPressStillMovesOnToTheOtherTable) {
     Press("SETPRICEBUTTON");
     ASSERT_EQ(1u, test_.report().errors.size());
     EXPECT_EQ(1, test_.console().PriceSET);
-    EXPECT_TEXT(kTable1, DeviceData());
-    ExpectPress(kTable2, 0);
+    EXPECT_TEXT(testing::kCarWashTable1, DeviceData());
+    ExpectPress(testing::kCarWashTable2, 0);
 }
 
 }  // namespace

@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
 #include <fstream>
 #include <limits>
 #include <map>
@@ -40,7 +39,6 @@ void ExpectNothingElseChanged(TestConsole& test) {
 // test writes one.
 class ImageFile : public ::testing::Test {
 protected:
-    fs::path Folder() const { return drive.ImageFolder(); }
     fs::path File() const { return drive.ImageFile(); }
     void Write(const std::string& bytes) { drive.WriteImage(bytes); }
     void PressSetImage() { test.Click("SET_IMAGE_BUTTON", kTestFunctionForm); }
@@ -49,16 +47,6 @@ protected:
     testing::DriveFolder drive;
     TestConsole test;
 };
-
-// Hexadecimal text in lines of 64 digits with CR LF, as the image files are.
-std::string HexText(std::size_t length) {
-    static constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string text;
-    for (std::size_t i = 0; text.size() < length; ++i) {
-        text.push_back(i % 66 == 64 ? '\r' : i % 66 == 65 ? '\n' : kDigits[(i * 7) % 16]);
-    }
-    return text;
-}
 
 struct CountCase {
     std::size_t length;
@@ -70,7 +58,7 @@ void PrintTo(const CountCase& c, std::ostream* out) { *out << c.length << " char
 class ImageCount : public ImageFile, public ::testing::WithParamInterface<CountCase> {};
 
 TEST_P(ImageCount, SendsTheWholeFileBehindTheHeaderAndNothingAfter) {
-    const std::string content = HexText(GetParam().length);
+    const std::string content = testing::HexImageText(GetParam().length);
     Write(content);
     test.Click("Button32");
     PressSetImage();
@@ -121,28 +109,6 @@ TEST_F(ImageFile, EachPressReadsTheFileAgainAndKeepsItsHandle) {
     }
     EXPECT_EQ(3, open);
 #endif
-}
-
-// A file that cannot be read ends the command through the report before
-// anything is sent.
-TEST_F(ImageFile, AFileThatCannotBeOpenedEndsThroughTheReport) {
-    struct Case {
-        const char* title;
-        std::function<void()> arrange;
-        int error;
-    };
-    for (const Case& c : {
-             Case{"no drive folder", [] {}, 53},
-             Case{"no file", [&] { fs::create_directories(Folder()); }, 53},
-             Case{"a folder in its place", [&] { fs::create_directories(File()); }, 75},
-         }) {
-        TestConsole fresh;
-        c.arrange();
-        fresh.Click("SET_IMAGE_BUTTON", kTestFunctionForm);
-        ASSERT_EQ(1u, fresh.report().errors.size()) << c.title;
-        EXPECT_EQ(c.error, fresh.report().errors[0].number()) << c.title;
-        EXPECT_TRUE(fresh.calls().empty()) << c.title;
-    }
 }
 
 TEST_F(ImageFile, TheFileTableRunsOutAfter255Files) {

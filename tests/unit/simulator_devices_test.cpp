@@ -1,5 +1,6 @@
 // The car wash, the price sign, the tank monitor, the reader terminals and
 // the server's own members, as the console's commands reach them.
+#include "car_wash_tables.h"
 #include "simulator_fixture.h"
 
 #include "server/command_block.h"
@@ -13,24 +14,6 @@ const Text kGetCode = Nul(
 
 Text CodeCommand(const char16_t* word, const Text& code) {
     return Nul(Text(word) + u"\r\nCarWashCode=" + code + u"\r\n");
-}
-
-// The console's PRICE SET table: every price of table 1 plus `more`.
-Text PriceTable(int more) {
-    const auto price = [more](int cents) { return ZeroPad(cents + more, 5); };
-    Text body = u"ProgramCount=03\r\n";
-    for (int program = 1; program <= 3; ++program) {
-        const int full = 400 + 100 * program;
-        body += u"ProgramNumber=0" + ZeroPad(program, 1) + u"\r\nFullPrice=" + price(full) + u"\r\nDiscount1Price=" +
-                price(full - 100) + u"\r\nDiscount2Price=" + price(full - 200) + u"\r\n";
-    }
-    body += u"OptionCount=03\r\n";
-    for (int option = 1; option <= 3; ++option) {
-        const int full = 20 + 5 * option;
-        body += u"OptionNumber=0" + ZeroPad(option, 1) + u"\r\nFullPrice=" + price(full) + u"\r\nDiscount1Price=" +
-                price(full - 5) + u"\r\nDiscount2Price=" + price(full - 10) + u"\r\n";
-    }
-    return body;
 }
 
 using DevicesTest = SimulatorTest;
@@ -77,11 +60,11 @@ TEST_F(DevicesTest, ACodeEnteredAtTheBayStartsAWash) {
 }
 
 TEST_F(DevicesTest, ThePriceTablesAlternateAndAreReadBack) {
-    for (const int more : {0, 1}) {
-        Put("CarWashInformationRequest", Nul(u"SetPriceData\r\n" + PriceTable(more) + u"\r\n\r\n"));
+    for (const Text* table : {&kCarWashTable1, &kCarWashTable2}) {
+        Put("CarWashInformationRequest", CarWashPriceBlock(*table));
         Put("CarWashInformationRequest", Nul(u"ReturnPriceData\r\n"));
         Seconds(2);
-        EXPECT_TEXT(PriceTable(more), Call("CarWashDataRead"));
+        EXPECT_TEXT(*table, Call("CarWashDataRead"));
     }
     // Program 1 now costs 5.01 at full price.
     Put("CarWashInformationRequest",

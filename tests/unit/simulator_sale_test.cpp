@@ -8,7 +8,14 @@ namespace {
 const Text kFillup07 = Nul(u"FuelingPosition=07\r\nHose=0\r\nMOP=F\r\nLimit=999999\r\n");
 const Text kMop1At03 = Nul(u"FuelingPosition=03\r\nHose=0\r\nMOP=1\r\nLimit=000500\r\n");
 
-using SaleTest = SimulatorTest;
+class SaleTest : public SimulatorTest {
+protected:
+    // A fill-up at position 07 with the nozzle of `hose` lifted: fuel flows.
+    void Fueling07(int hose) {
+        Put("Authorize", kFillup07);
+        ASSERT_EQ("", simulator().forecourt().Lift(7, hose));
+    }
+};
 
 TEST_F(SaleTest, AFreshPositionIsIdleAndItsAnswerStartsWithItsNumber) {
     EXPECT_TEXT(
@@ -55,8 +62,7 @@ TEST_F(SaleTest, APresetSlowsDownBeforeItsLimitAndStopsExactlyAtIt) {
 }
 
 TEST_F(SaleTest, AStoppedSaleHoldsItsVolumeUntilItIsResumed) {
-    Put("Authorize", kFillup07);
-    ASSERT_EQ("", simulator().forecourt().Lift(7, 1));
+    Fueling07(1);
     Seconds(2);
     Put("Stop", u"07");
     Seconds(10);
@@ -80,8 +86,7 @@ TEST_F(SaleTest, StopWithZeroStopsEveryPositionAndNothingElse) {
 }
 
 TEST_F(SaleTest, HangingUpEndsTheSaleWhichIsPaidOutOnce) {
-    Put("Authorize", kFillup07);
-    ASSERT_EQ("", simulator().forecourt().Lift(7, 2));
+    Fueling07(2);
     Seconds(5);
     ASSERT_EQ("", simulator().forecourt().Hang(7));
     EXPECT_TEXT(u"Finished", Position(7, "State"));
@@ -130,8 +135,7 @@ TEST_F(SaleTest, DeauthorizingKeepsFuelThatHasPassedForPayment) {
     EXPECT_TEXT(u"Idle", Position(7, "State"));
     EXPECT_TEXT(u"", Position(7, "Limit"));
 
-    Put("Authorize", kFillup07);
-    ASSERT_EQ("", simulator().forecourt().Lift(7, 1));
+    Fueling07(1);
     Seconds(1);
     Put("Deauthorize", u"07");
     Seconds(5);
@@ -140,8 +144,7 @@ TEST_F(SaleTest, DeauthorizingKeepsFuelThatHasPassedForPayment) {
 }
 
 TEST_F(SaleTest, NewPricesApplyToTheNextSaleAndShowInTheDispenserInformation) {
-    Put("Authorize", kFillup07);
-    ASSERT_EQ("", simulator().forecourt().Lift(7, 1));
+    Fueling07(1);
     Put("Price", Nul(u"FuelingPosition=07\r\nSlowdownPoint=15\r\nHose=1\r\nTier1=1111\r\nTier2=1111\r\nBlend=100\r\n"
                      u"Hose=2\r\nTier1=2222\r\nTier2=2222\r\nBlend=050\r\n"));
     EXPECT_TEXT(u"1.459", Position(7, "UnitPrice"));  // the running sale keeps its price
@@ -151,8 +154,7 @@ TEST_F(SaleTest, NewPricesApplyToTheNextSaleAndShowInTheDispenserInformation) {
     Seconds(5);
     ASSERT_EQ("", simulator().forecourt().Hang(7));
     Put("PayOutSale", u"07");
-    Put("Authorize", kFillup07);
-    ASSERT_EQ("", simulator().forecourt().Lift(7, 1));
+    Fueling07(1);
     EXPECT_TEXT(u"1.111", Position(7, "UnitPrice"));
 }
 
@@ -168,8 +170,7 @@ TEST_F(SaleTest, PricesMayBeTypedWithDecimals) {
 }
 
 TEST_F(SaleTest, FuelDeliveredComesOutOfItsTankInTheNextReport) {
-    Put("Authorize", kFillup07);
-    ASSERT_EQ("", simulator().forecourt().Lift(7, 2));  // hose 2 draws from tank 2, Super
+    Fueling07(2);  // hose 2 draws from tank 2, Super
     Seconds(200);
     simulator().Put("TankMonitorStartReport", Variant::OfInt16(1));
     Seconds(5);

@@ -206,26 +206,6 @@ TEST(SerialPortPara, AnOkWithNoServerBoundEndsAfterItsBox) {
     EXPECT_TRUE(test.calls().empty());
 }
 
-// CommandData is shared with the stress tick: a tick while the block waits
-// in its box replaces it, and the key pad block goes to the serial member.
-TEST(SerialPortPara, AStressTickDuringTheBoxReplacesTheBlockThatIsSent) {
-    TestConsole test;
-    test.Click("STRESS_BUTTON");
-    Open(test, kSerial);
-    Choose(test, kSerial, "oComm1");
-    Choose(test, kSerial, "oBR19200");
-    test.prompter().During([&] { test.Tick(); }).Ok();
-    test.Click("SPOK", kSerial);
-
-    const Text keyPad17 = u"ReaderPosition=17\r\nKeyData=123@R456A@789NYL0EHCe\n" + kNul;
-    EXPECT_TEXT(u"PortNumber=1\r\nBaudRate=19200\r\n" + kLogLine + kNul, test.prompter().boxes.at(0).text);
-    ASSERT_EQ(3u, test.calls().size());
-    EXPECT_EQ("KeyPadConfiguration", test.calls()[0].member);
-    EXPECT_EQ("KeyPadConfiguration", test.calls()[1].member);
-    EXPECT_EQ("SerialPortParameters", test.calls()[2].member);
-    EXPECT_TEXT(keyPad17, test.calls()[2].text());
-}
-
 // Stress mode
 
 // The key pad block of the stress traffic for one reader: CR LF after the
