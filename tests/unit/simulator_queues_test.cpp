@@ -78,13 +78,8 @@ TEST_F(SimulatorTest, APacketInTheInputQueueHasTheFixedHeaderLayout) {
     }
 }
 
+// Keys without echo are the script tests'.
 TEST_F(SimulatorTest, KeysFollowTheTerminalsEntryMode) {
-    Put("KeyEntryType", Nul(u"ReaderPosition=07\r\nEntryMode=NumericWithOutEcho\r\n"));
-    ASSERT_EQ("", simulator().forecourt().PressKeys(7, u"4321"));
-    EXPECT_TEXT(u"ReaderPosition=07\r\nEntryMode=NumericWithOutEcho\r\nKeyData=4321\r\n", Call("KeyQue"));
-    EXPECT_TEXT(u"****", Value(About("ReaderInformation", 7), "DisplayLine1"));
-    EXPECT_EQ(0, Number("ClearTopKeyQue"));
-
     // Under DES the queue carries a PIN block, never the keys.
     Put("KeyEntryType", Nul(u"ReaderPosition=07\r\nEntryMode=DESEncryption\r\n"));
     Put("KeyEntryType", Nul(u"ReaderPosition=08\r\nEntryMode=DESEncryption\r\n"));
