@@ -116,16 +116,6 @@ TEST_F(CallMonitorRows, ShowEveryKindOfEventAsTheTraceHasIt) {
     }
 }
 
-TEST_F(CallMonitorRows, NumberEventsInSessionOrderAndStampThemToTheMillisecond) {
-    CallMonitorModel model;
-    Feed(model, {Put("Stop", Variant::OfText(u"07")), Put("Resume", Variant::OfText(u"07"))});
-    EXPECT_TEXT(u"21:30:59.123", model.Cell(1, Column::Time));
-    EXPECT_TEXT(u"1", model.Cell(0, Column::Number));
-    EXPECT_TEXT(u"2", model.Cell(1, Column::Number));
-    EXPECT_EQ("21:30:59.999", ClockText(kWhen + 876ms));
-    EXPECT_EQ("1234.567 ms", DurationText(1234567891ns));
-}
-
 TEST_F(CallMonitorRows, CopyARowWithItsValuesAsEscapedLiterals) {
     CallMonitorModel model;
     Feed(model, {

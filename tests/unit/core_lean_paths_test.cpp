@@ -39,18 +39,6 @@ TEST(Text, JoinedAndAppendedBytesAreThePlainConcatenations) {
     EXPECT_TEXT(Text(u"A") + char16_t(0) + char16_t(0x7F) + char16_t(0x80) + char16_t(0xFF), text);
 }
 
-TEST(Text, RoomForALargeTextKeepsWhatItHoldsAndTakesAllItIsGiven) {
-    for (const std::size_t length : {std::size_t{10}, std::size_t{8} << 20}) {
-        Text text = u"head";
-        ReserveLarge(text, length);
-        EXPECT_TEXT(u"head", text);
-        EXPECT_GE(text.capacity(), length);
-        const char16_t* room = text.data();
-        text.append(length - 4, u'x');
-        EXPECT_EQ(room, text.data()) << "grew again at " << length;
-    }
-}
-
 // Counts what reaches it, like the trace file and the call monitor.
 class CountingListener final : public CallListener {
 public:

@@ -1,5 +1,4 @@
-// A window's state: every control found by name among many, and a text box
-// that tells its view only when its exact text changes.
+// A window's text box tells its view only when its exact text changes.
 
 #include "console/form.h"
 #include "console/form_state.h"
@@ -8,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -21,28 +19,6 @@ FormDescription ManyControls(int count) {
         form.controls.push_back(TextBox("Box" + std::to_string(i), u"text " + FromUtf8(std::to_string(i)), 0, 0, 1, 1));
     }
     return form;
-}
-
-TEST(FormState, EveryControlIsFoundByItsNameAndNoOther) {
-    for (const int count : {0, 1, 7, 200}) {
-        const FormState state(ManyControls(count));
-        for (int i = 0; i < count; ++i) {
-            const std::string name = "Box" + std::to_string(i);
-            ASSERT_TRUE(state.Has(name)) << name;
-            EXPECT_TEXT(u"text " + FromUtf8(std::to_string(i)), state.TextOf(name));
-        }
-        for (const char* missing : {"Box", "box0", "Box0 ", "", "TextBox"}) {
-            EXPECT_FALSE(state.Has(missing)) << missing;
-        }
-        EXPECT_FALSE(state.Has("Box" + std::to_string(count)));
-        EXPECT_THROW(state.TextOf("Nowhere"), std::out_of_range);
-    }
-}
-
-TEST(FormState, ANameGivenTwiceKeepsTheFirstRow) {
-    FormDescription form = MakeForm("Twice", u"Twice", 100, 100);
-    form.controls = {Label("Same", u"first", 0, 0, 1, 1), Label("Same", u"second", 0, 0, 1, 1)};
-    EXPECT_TEXT(u"first", FormState(form).TextOf("Same"));
 }
 
 TEST(FormState, ATextBoxTellsItsViewOnlyWhenItsExactTextChanges) {
