@@ -17,14 +17,6 @@ protected:
     }
 };
 
-TEST_F(SaleTest, AFreshPositionIsIdleAndItsAnswerStartsWithItsNumber) {
-    EXPECT_TEXT(
-        u"FuelingPosition=07\r\nState=Idle\r\nNozzle=Down\r\nHose=0\r\nMOP=\r\nLimit=\r\nVolume=0.000\r\n"
-        u"Amount=0.00\r\nUnitPrice=0.000\r\n",
-        Position(7));
-    EXPECT_TEXT(u"FuelingPosition=32\r\n", Position(32).substr(0, 20));
-}
-
 TEST_F(SaleTest, AFillUpFlowsWithTimeAndEndsWhenTheCarIsFull) {
     Put("Authorize", kFillup07);
     EXPECT_TEXT(u"Authorized", Position(7, "State"));
@@ -61,19 +53,6 @@ TEST_F(SaleTest, APresetSlowsDownBeforeItsLimitAndStopsExactlyAtIt) {
     EXPECT_TEXT(u"3.427", Position(3, "Volume"));
 }
 
-TEST_F(SaleTest, AStoppedSaleHoldsItsVolumeUntilItIsResumed) {
-    Fueling07(1);
-    Seconds(2);
-    Put("Stop", u"07");
-    Seconds(10);
-    EXPECT_TEXT(u"Stopped", Position(7, "State"));
-    EXPECT_TEXT(u"1.200", Position(7, "Volume"));
-    Put("Resume", u"07");
-    Seconds(1);
-    EXPECT_TEXT(u"Fueling", Position(7, "State"));
-    EXPECT_TEXT(u"1.800", Position(7, "Volume"));
-}
-
 TEST_F(SaleTest, StopWithZeroStopsEveryPositionAndNothingElse) {
     Put("Authorize", kFillup07);
     Put("Authorize", kMop1At03);
@@ -85,22 +64,15 @@ TEST_F(SaleTest, StopWithZeroStopsEveryPositionAndNothingElse) {
     EXPECT_TRUE(Errors().empty());
 }
 
-TEST_F(SaleTest, HangingUpEndsTheSaleWhichIsPaidOutOnce) {
+// A fresh position, a stop and resume, and what a payout leaves are the
+// console scripts' whole sale; here the second payout.
+TEST_F(SaleTest, ASaleIsPaidOutOnce) {
     Fueling07(2);
     Seconds(5);
     ASSERT_EQ("", simulator().forecourt().Hang(7));
-    EXPECT_TEXT(u"Finished", Position(7, "State"));
-    EXPECT_TEXT(u"Down", Position(7, "Nozzle"));
-    EXPECT_TEXT(u"3.000", Position(7, "Volume"));
-
     Put("PayOutSale", u"07");
     EXPECT_TEXT(u"Idle", Position(7, "State"));
     EXPECT_TEXT(u"0.000", Position(7, "Volume"));
-    const Text dispenser = About("DispenserInformation", 7);
-    EXPECT_TEXT(u"3.000", Value(dispenser, "LastSaleVolume"));
-    EXPECT_TEXT(u"4.58", Value(dispenser, "LastSaleAmount"));
-    EXPECT_TEXT(u"2", Value(dispenser, "LastSaleHose"));
-
     Put("PayOutSale", u"07");
     ASSERT_EQ(1u, Errors().size());
     EXPECT_TEXT(u"PayOutSale: position 07 has no sale to pay out (State=Idle)", Errors()[0]);
