@@ -58,27 +58,5 @@ TEST(ImagePacketFromFile, AFileAlreadyPartlyReadIsCountedAsWhatIsLeft) {
     }
 }
 
-TEST(FileTableRead, ReadsUpToTheLengthAndFewerOnlyAtTheEnd) {
-    DriveFolder drive;
-    drive.WriteImage("abcdefg");
-    FileTable files;
-    const int number = files.OpenForInput(drive.ImageFile());
-    EXPECT_EQ(std::optional<std::uintmax_t>(7), files.SizeOf(number));
-    char buffer[8] = {};
-    EXPECT_EQ(4u, files.Read(number, buffer, 4));
-    EXPECT_EQ("abcd", std::string(buffer, 4));
-    EXPECT_EQ(3u, files.Read(number, buffer, 8));
-    EXPECT_EQ("efg", std::string(buffer, 3));
-    EXPECT_EQ(0u, files.Read(number, buffer, 8));
-    for (const int bad : {0, 2}) {
-        try {
-            files.Read(bad, buffer, 1);
-            ADD_FAILURE() << "read file number " << bad;
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(52, error.number());
-        }
-    }
-}
-
 }  // namespace
 }  // namespace vantrel
