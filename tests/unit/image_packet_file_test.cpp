@@ -5,7 +5,6 @@
 
 #include "graphics/file_table.h"
 #include "graphics/test_functions.h"
-#include "server/runtime_error.h"
 #include "server/text.h"
 
 #include "support/drive_folder.h"
