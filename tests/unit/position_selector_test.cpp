@@ -59,14 +59,6 @@ TEST(PositionFocus, AsksForTheInformationByNumberAndMarksTheLabel) {
     EXPECT_EQ(kLabelColor, test.console().Window().BackColorOf("ButtLab12"));
 }
 
-TEST(PositionFocus, TheFirstPositionKeepsItsRoundBrackets) {
-    TestConsole test;
-    test.Focus("Button1");
-    EXPECT_TEXT(u"(returned data)=<Object>.FuelingPositionInformation(passed data)", test.console().FunctionBox());
-    test.Focus("Button2");
-    EXPECT_TEXT(u"<returned data>=<Object>.FuelingPositionInformation(passed data)", test.console().FunctionBox());
-}
-
 TEST(PositionDoubleClick, WritesOnlyTheDataBox) {
     TestConsole test;
     test.console().SetFunctionBox(u"before");
