@@ -285,22 +285,6 @@ TEST(Prompted, AssignsCommandDataAsItIsWhenTheLastBoxCloses) {
     }
 }
 
-TEST(Prompted, EightHosesAskSixteenPricesUnderTheirTitles) {
-    TestConsole test;
-    test.prompter().Enter(u"15").Enter(u"8");
-    std::vector<std::string> dialogue{kAskSlowdown, kAskCount};
-    Text expected = u"FuelingPosition=01\r\nSlowdownPoint=15\r\n";
-    for (const Text hose : {u"1", u"2", u"3", u"4", u"5", u"6", u"7", u"8"}) {
-        test.prompter().Enter(u"T1-" + hose).Enter(u"T2-" + hose);
-        dialogue.push_back(AskTier1(hose));
-        dialogue.push_back(AskTier2(hose));
-        expected += u"Hose=" + hose + u"\r\nTier1=T1-" + hose + u"\r\nTier2=T2-" + hose + u"\r\n";
-    }
-    test.Click("Price");
-    EXPECT_THAT(Dialogue(test.prompter()), ::testing::ElementsAreArray(dialogue));
-    EXPECT_TRUE(testing::SinglePut(test.calls(), "Price", expected + kNul));
-}
-
 TEST(Prompted, AHoseCountThatIsNoNumberOrTooLargeEndsThroughTheReport) {
     struct Case {
         const char16_t* count;
