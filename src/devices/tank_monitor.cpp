@@ -1,6 +1,6 @@
 #include "device_commands.h"
 
-#include "console/console.h"
+#include "base/console.h"
 
 namespace vantrel {
 

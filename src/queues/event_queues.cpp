@@ -1,6 +1,6 @@
 #include "event_queues.h"
 
-#include "console/console.h"
+#include "base/console.h"
 
 #include <new>
 #include <string_view>

@@ -1,6 +1,6 @@
 #include "packet_queues.h"
 
-#include "console/console.h"
+#include "base/console.h"
 #include "queues/packet_view.h"
 #include "server/packet_block.h"
 

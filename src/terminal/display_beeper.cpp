@@ -1,6 +1,6 @@
 // The terminal's display and beeper.
 
-#include "console/console.h"
+#include "base/console.h"
 #include "server/command_block.h"
 #include "terminal/terminal_commands.h"
 

@@ -1,6 +1,6 @@
 // Key entry modes of the terminal's keypad, and its keypad configuration.
 
-#include "console/console.h"
+#include "base/console.h"
 #include "server/command_block.h"
 #include "server/packet_block.h"
 #include "terminal/terminal_commands.h"

@@ -1,7 +1,7 @@
 // Numbered messages loaded into the server ahead of their use. Not tied to a
 // position: no block carries "ReaderPosition=".
 
-#include "console/console.h"
+#include "base/console.h"
 #include "server/command_block.h"
 #include "terminal/terminal_commands.h"
 

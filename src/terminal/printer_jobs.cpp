@@ -1,7 +1,7 @@
 // Print jobs for the terminal's receipt printer. None of them passes through
 // CommandData; all assign "PrintOutput".
 
-#include "console/console.h"
+#include "base/console.h"
 #include "server/command_block.h"
 #include "terminal/terminal_commands.h"
 

@@ -1,6 +1,6 @@
 // The one query among the terminal commands.
 
-#include "console/console.h"
+#include "base/console.h"
 #include "terminal/terminal_commands.h"
 
 namespace vantrel {

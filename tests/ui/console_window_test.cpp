@@ -3,7 +3,7 @@
 // the small buttons that lie on larger ones; and the other-devices window.
 #include "console/position_selector.h"
 #include "devices/device_commands.h"
-#include "support/qt_console.h"
+#include "support/qt/console.h"
 #include "ui/visible_text.h"
 
 #include <gtest/gtest.h>
