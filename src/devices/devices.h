@@ -6,6 +6,8 @@
 
 namespace vantrel {
 
+inline constexpr char kOtherDevicesForm[] = "OtherDevicesForm";
+
 // OTHERDEVICESBUTTON on the console window.
 void AddDevicesControls(std::vector<Control>& controls);
 

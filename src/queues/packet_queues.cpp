@@ -6,6 +6,8 @@
 
 namespace vantrel {
 
+namespace {
+
 void PacketOut(Console& console) {
     console.SetFunctionBox(u"<Object>.PacketQueOutput = (data)");
     // "C", then the characters 16 and 7.
@@ -25,6 +27,14 @@ void PacketQue(Console& console) {
     if (view.error) {
         throw *view.error;
     }
+}
+
+}  // namespace
+
+void AddPacketQueueControls(std::vector<Control>& controls) {
+    // In the queue column.
+    controls.push_back(CommandButton("PacketQue", u"Packet Input", 2160, 5640, 1575, 255, PacketQue));
+    controls.push_back(CommandButton("PacketOut", u"Packet Output", 2160, 6000, 1575, 255, PacketOut));
 }
 
 }  // namespace vantrel

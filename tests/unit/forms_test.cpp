@@ -3,7 +3,7 @@
 // every command button wired to a click, and a button that lies on a larger
 // one made after it, so that it is drawn on top and takes the click there.
 #include "app/all_forms.h"
-#include "devices/device_commands.h"
+#include "devices/devices.h"
 #include "graphics/graphics.h"
 
 #include "support/test_support.h"
