@@ -1,7 +1,7 @@
 #include "command_survey.h"
 
 #include "quiet_console.h"
-#include "console/console_form.h"
+#include "app/all_forms.h"
 
 #include <algorithm>
 

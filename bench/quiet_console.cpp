@@ -1,6 +1,6 @@
 #include "quiet_console.h"
 
-#include "console/console_form.h"
+#include "app/all_forms.h"
 
 #include <memory>
 #include <stdexcept>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "console/console.h"
-#include "console/ports.h"
+#include "base/console.h"
+#include "base/ports.h"
 #include "server/server_calls.h"
 
 #include <string>

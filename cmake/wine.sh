@@ -24,10 +24,21 @@ run)
     exec wine "$@"
     ;;
 start)
-    if [ ! -f "$WINEPREFIX/system.reg" ]; then
+    # A prefix without kernel32.dll is half made (seen on the first start
+    # right after Wine was installed): made again, up to three times.
+    tries=0
+    while [ ! -f "$WINEPREFIX/drive_c/windows/system32/kernel32.dll" ]; do
+        tries=$((tries + 1))
+        if [ "$tries" -gt 3 ]; then
+            echo "wine.sh: wineboot could not make the prefix $WINEPREFIX" >&2
+            exit 1
+        fi
+        wineserver -k > /dev/null 2>&1 < /dev/null || true
+        rm -rf "$WINEPREFIX"
         mkdir -p "$WINEPREFIX"
-        wine wineboot --init > /dev/null 2>&1 < /dev/null
-    fi
+        wine wineboot --init > /dev/null 2>&1 < /dev/null || true
+        wineserver -w > /dev/null 2>&1 < /dev/null || true
+    done
     # A wineserver started here, with its output away from the caller's
     # pipes: one that inherits ctest's pipe holds every test for seconds.
     wineserver -p > /dev/null 2>&1 < /dev/null || true

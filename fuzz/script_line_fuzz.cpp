@@ -3,7 +3,7 @@
 // same command, so quoting and escapes lose nothing.
 
 #include "fuzz_input.h"
-#include "ui/script_line.h"
+#include "script/script_line.h"
 
 #include <cstdint>
 #include <string>

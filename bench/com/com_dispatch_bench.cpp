@@ -2,8 +2,8 @@
 // IDispatch::Invoke calls on the same object, the simulator DLL created by
 // ProgID. Prints nanoseconds per call and the ratio; asserts nothing.
 
-#include "server/com_dispatch.h"
-#include "server/com_variant.h"
+#include "com/com_dispatch.h"
+#include "com/com_variant.h"
 #include "server/command_block.h"
 
 #include <chrono>

@@ -1,18 +1,20 @@
 // vantrel-test: the hand-driven test console for "Vantrel.Application".
 
+#include "app/all_forms.h"
 #include "app/shown_probe.h"
-#include "console/console.h"
+#include "base/console.h"
+#include "script/script_runner.h"
 #include "server/server_calls.h"
 #include "server/trace_json.h"
 #include "simulator/simulator.h"
 #include "ui/call_monitor_window.h"
 #include "ui/console_style.h"
 #if defined(_WIN32)
-#include "server/com_automation.h"
+#include "com/com_automation.h"
 #endif
 #include "ui/console_window.h"
 #include "ui/qt_ports.h"
-#include "ui/script_runner.h"
+#include "ui/script_front_end.h"
 #include "ui/simulator_window.h"
 
 #include <QApplication>
@@ -174,7 +176,7 @@ int main(int argc, char* argv[]) {
     vantrel::Prompter& prompter = options.script ? static_cast<vantrel::Prompter&>(scripted) : boxes;
     vantrel::ConsoleOptions consoleOptions;
     consoleOptions.runTimers = !options.script;
-    vantrel::ConsoleApp console(servers, events, prompter, report, consoleOptions);
+    vantrel::ConsoleApp console(vantrel::AllForms(), servers, events, prompter, report, consoleOptions);
     // Listens before the load, so the monitor has the whole session, the
     // creation of the server included, whenever it is opened.
     vantrel::CallMonitor monitor(events, console.window());
@@ -193,10 +195,11 @@ int main(int argc, char* argv[]) {
     }
     console.Show();
 
+    vantrel::QtScriptFrontEnd frontEnd(console);
     std::unique_ptr<vantrel::ScriptRunner> runner;
     if (options.script) {
-        runner = std::make_unique<vantrel::ScriptRunner>(*options.script, std::move(scriptLines), console, scripted,
-                                                         simulator);
+        runner = std::make_unique<vantrel::ScriptRunner>(*options.script, std::move(scriptLines), console.console(),
+                                                         frontEnd, scripted, simulator);
         runner->Start();
     }
     return QApplication::exec();

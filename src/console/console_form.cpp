@@ -1,13 +1,8 @@
 #include "console_form.h"
 
-#include "console/console.h"
+#include "base/console.h"
 #include "console/position_selector.h"
 #include "console/system_commands.h"
-#include "devices/devices.h"
-#include "dispenser/dispenser.h"
-#include "graphics/graphics.h"
-#include "queues/queues.h"
-#include "terminal/terminal.h"
 
 namespace vantrel {
 
@@ -44,27 +39,11 @@ void AddShellControls(std::vector<Control>& controls) {
 
 }  // namespace
 
-FormDescription ConsoleForm() {
+FormDescription ConsoleShellForm() {
     FormDescription form = MakeForm(kConsoleForm, u"Vantrel Test Utility    (Test 10/29/10)", 8655, 7860, 0x00A67231);
     AddShellControls(form.controls);
     AddSystemControls(form.controls);
-    AddDispenserControls(form.controls);
-    AddTerminalControls(form.controls);
-    AddQueueControls(form.controls);
-    AddDevicesControls(form.controls);
-    AddGraphicsControls(form.controls);
     return form;
-}
-
-std::vector<FormDescription> AllForms() {
-    std::vector<FormDescription> forms;
-    forms.push_back(ConsoleForm());
-    forms.push_back(OtherDevicesForm());
-    forms.push_back(GraphicsDisplayForm());
-    forms.push_back(TestFunctionForm());
-    forms.push_back(GetDebugSelectForm());
-    forms.push_back(SerialPortParaForm());
-    return forms;
 }
 
 }  // namespace vantrel

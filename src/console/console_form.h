@@ -1,16 +1,13 @@
 #pragma once
 
-#include "console/form.h"
-
-#include <vector>
+#include "base/form.h"
 
 namespace vantrel {
 
-// The console window VantrelTest: its own controls, then those that each
-// subsystem places on it.
-FormDescription ConsoleForm();
-
-// Every window of the program, the console first.
-std::vector<FormDescription> AllForms();
+// The console window VantrelTest with the controls of its own: the headline,
+// the echo boxes, the position selector, the system commands and the timer.
+// The other subsystems add their rows to it where the program assembles its
+// windows.
+FormDescription ConsoleShellForm();
 
 }  // namespace vantrel

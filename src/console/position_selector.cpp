@@ -1,6 +1,6 @@
 #include "position_selector.h"
 
-#include "console/console.h"
+#include "base/console.h"
 #include "server/command_block.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 #include "setup_dialogs.h"
 
-#include "console/console.h"
+#include "base/console.h"
 #include "server/command_block.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 #include "system_commands.h"
 
-#include "console/console.h"
+#include "base/console.h"
 #include "server/command_block.h"
 
 namespace vantrel {

@@ -1,6 +1,6 @@
-#include "device_commands.h"
+#include "devices/device_window.h"
 
-#include "console/console.h"
+#include "base/console.h"
 #include "server/command_block.h"
 
 namespace vantrel {
@@ -35,8 +35,6 @@ Text PriceTable(const Prices (&programs)[3], const Prices (&options)[3]) {
     return std::move(body).Text();
 }
 
-}  // namespace
-
 void CarWashPriceSet(Console& console) {
     console.SetFunctionBox(kCarWashRequestEcho);
     // The toggle comes first, so a press that fails at the server still
@@ -59,6 +57,12 @@ void CarWashPriceSet(Console& console) {
     CommandBlock block;
     block.AddLine(u"SetPriceData").Append(body).AddLine(u"").AddLine(u"").Terminate();
     AssignCarWashRequest(console, block.Text());
+}
+
+}  // namespace
+
+void AddCarWashPriceControls(std::vector<Control>& controls) {
+    controls.push_back(CommandButton("SETPRICEBUTTON", u"PRICE SET", 4080, 2400, 855, 495, CarWashPriceSet));
 }
 
 }  // namespace vantrel

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "console/form.h"
+#include "base/form.h"
 
 #include <vector>
 
 namespace vantrel {
+
+inline constexpr char kOtherDevicesForm[] = "OtherDevicesForm";
 
 // OTHERDEVICESBUTTON on the console window.
 void AddDevicesControls(std::vector<Control>& controls);

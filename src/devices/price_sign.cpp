@@ -1,9 +1,11 @@
-#include "device_commands.h"
+#include "devices/device_window.h"
 
-#include "console/console.h"
+#include "base/console.h"
 #include "server/command_block.h"
 
 namespace vantrel {
+
+namespace {
 
 // The price sign buttons echo nothing: neither console box changes, and only
 // GET STATUS shows its answer.
@@ -26,6 +28,18 @@ void PriceSignSendControl(Console& console) {
     CommandBlock block;
     block.AddLine(u"Command=DisplayControl").AddLine(u"Intensity=M08").Terminate();
     console.KRM().Put("PriceSignDataSend", Variant::OfText(block.Text()));
+}
+
+}  // namespace
+
+void AddPriceSignControls(std::vector<Control>& controls) {
+    controls.push_back(Label("Label1", u"PRICE SIGN", 5400, 3240, 1575, 375));
+    controls.push_back(
+        CommandButton("PRICE_SIGN_GET_STATUS", u"GET STATUS", 5400, 3720, 1575, 375, PriceSignGetStatus));
+    controls.push_back(
+        CommandButton("PRICE_SIGN_SEND_PRICES", u"SEND PRICES", 5400, 4320, 1575, 375, PriceSignSendPrices));
+    controls.push_back(
+        CommandButton("PRICE_SIGN_SEND_CONTROL", u"SEND CONTROL", 5400, 4920, 1575, 375, PriceSignSendControl));
 }
 
 }  // namespace vantrel

@@ -1,8 +1,10 @@
-#include "device_commands.h"
+#include "devices/device_window.h"
 
-#include "console/console.h"
+#include "base/console.h"
 
 namespace vantrel {
+
+namespace {
 
 void TankMonitorStartReport(Console& console) {
     // The echo says "(data)" although only the number 1 is sent.
@@ -21,6 +23,16 @@ void TankMonitorReportStatus(Console& console) {
 void TankMonitorReadReport(Console& console) {
     console.SetFunctionBox(u"(data)=<Object>.TankMonitorReport");
     ReadIntoDeviceData(console, "TankMonitorReport");
+}
+
+}  // namespace
+
+void AddTankMonitorControls(std::vector<Control>& controls) {
+    controls.push_back(Label("TM_LABEL", u"TANK MONITOR", 5040, 240, 2055, 255));
+    controls.push_back(CommandButton("TMStartReport", u"START REPORT", 5280, 720, 1695, 375, TankMonitorStartReport));
+    controls.push_back(
+        CommandButton("TMREPORTSTATUSBUTTON", u"REPORT STATUS", 5280, 1320, 1695, 375, TankMonitorReportStatus));
+    controls.push_back(CommandButton("TMDATAREADBUTTON", u"READ REPORT", 5280, 1920, 1695, 375, TankMonitorReadReport));
 }
 
 }  // namespace vantrel

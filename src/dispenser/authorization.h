@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/form.h"
+#include "base/form.h"
 
 #include <vector>
 

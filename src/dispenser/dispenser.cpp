@@ -1,6 +1,6 @@
 #include "dispenser.h"
 
-#include "console/console.h"
+#include "base/console.h"
 #include "dispenser/authorization.h"
 #include "dispenser/prices.h"
 #include "dispenser/sale_control.h"

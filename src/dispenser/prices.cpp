@@ -1,6 +1,6 @@
 #include "prices.h"
 
-#include "console/console.h"
+#include "base/console.h"
 #include "server/command_block.h"
 
 #include <cstdint>

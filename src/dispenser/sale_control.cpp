@@ -1,6 +1,6 @@
 #include "sale_control.h"
 
-#include "console/console.h"
+#include "base/console.h"
 
 #include <string_view>
 

@@ -1,6 +1,6 @@
 #include "graphics.h"
 
-#include "console/console.h"
+#include "base/console.h"
 
 namespace vantrel {
 

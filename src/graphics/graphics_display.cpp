@@ -3,7 +3,7 @@
 
 #include "graphics.h"
 
-#include "console/console.h"
+#include "base/console.h"
 #include "graphics/display_message.h"
 
 namespace vantrel {

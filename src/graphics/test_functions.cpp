@@ -4,7 +4,7 @@
 
 #include "test_functions.h"
 
-#include "console/console.h"
+#include "base/console.h"
 #include "graphics/display_message.h"
 #include "graphics/file_table.h"
 #include "graphics/graphics.h"

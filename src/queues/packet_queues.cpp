@@ -1,10 +1,12 @@
 #include "packet_queues.h"
 
-#include "console/console.h"
+#include "base/console.h"
 #include "queues/packet_view.h"
 #include "server/packet_block.h"
 
 namespace vantrel {
+
+namespace {
 
 void PacketOut(Console& console) {
     console.SetFunctionBox(u"<Object>.PacketQueOutput = (data)");
@@ -25,6 +27,14 @@ void PacketQue(Console& console) {
     if (view.error) {
         throw *view.error;
     }
+}
+
+}  // namespace
+
+void AddPacketQueueControls(std::vector<Control>& controls) {
+    // In the queue column.
+    controls.push_back(CommandButton("PacketQue", u"Packet Input", 2160, 5640, 1575, 255, PacketQue));
+    controls.push_back(CommandButton("PacketOut", u"Packet Output", 2160, 6000, 1575, 255, PacketOut));
 }
 
 }  // namespace vantrel

@@ -1,15 +1,14 @@
 #pragma once
 
-#include "server/command_block.h"
-#include "server/text.h"
+#include "base/form.h"
+
+#include <vector>
 
 namespace vantrel {
 
-class Console;
-
-// Sends the fixed three-character test packet to the selected terminal.
-void PacketOut(Console& console);
-// Takes the next packet from the input queue and shows it made visible.
-void PacketQue(Console& console);
+// Packet Output sends the fixed three-character test packet to the selected
+// terminal; Packet Input takes the next packet from the input queue and
+// shows it made visible.
+void AddPacketQueueControls(std::vector<Control>& controls);
 
 }  // namespace vantrel

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "car_wash.h"
+#include "car_wash_bay.h"
 #include "clock.h"
-#include "event_queues.h"
+#include "server_queues.h"
 #include "fueling_position.h"
 #include "reader_terminal.h"
 #include "server_settings.h"

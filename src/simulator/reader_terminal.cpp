@@ -1,7 +1,7 @@
 #include "reader_terminal.h"
 
 #include "answer_text.h"
-#include "display_message.h"
+#include "display_picture.h"
 #include "server/command_block.h"
 #include "server_settings.h"
 

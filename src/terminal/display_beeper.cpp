@@ -1,8 +1,8 @@
 // The terminal's display and beeper.
 
-#include "console/console.h"
+#include "base/console.h"
 #include "server/command_block.h"
-#include "terminal/terminal_commands.h"
+#include "terminal/terminal_parts.h"
 
 namespace vantrel {
 
@@ -21,8 +21,6 @@ void SendDisplayMessage(Console& console, TextView messageLine) {
     console.SetDataBox(block.Text());
 }
 
-}  // namespace
-
 void DisplayClick(Console& console) { SendDisplayMessage(console, u"Message=Display Msg 1"); }
 
 void Display2Click(Console& console) { SendDisplayMessage(console, u"Message=Display Msg 2"); }
@@ -35,6 +33,14 @@ void BeeperClick(Console& console) {
     block.AddLineLf(u"ReaderPosition=", console.SelectedPositionText).AddLineLf(u"BeepCounts=03").Terminate();
     console.KRM().Put("BeeperControl", Variant::OfText(block.Text()));
     console.SetDataBox(u" ");
+}
+
+}  // namespace
+
+void AddDisplayBeeperControls(std::vector<Control>& controls) {
+    controls.push_back(CommandButton("Display", u"Display1", 2160, 4080, 1575, 255, DisplayClick));
+    controls.push_back(CommandButton("Display2", u"Display2", 2160, 4440, 1575, 255, Display2Click));
+    controls.push_back(CommandButton("Beeper", u"BeeperControl", 2160, 5280, 1575, 255, BeeperClick));
 }
 
 }  // namespace vantrel

@@ -1,9 +1,9 @@
 // Key entry modes of the terminal's keypad, and its keypad configuration.
 
-#include "console/console.h"
+#include "base/console.h"
 #include "server/command_block.h"
 #include "server/packet_block.h"
-#include "terminal/terminal_commands.h"
+#include "terminal/terminal_parts.h"
 
 namespace vantrel {
 
@@ -35,8 +35,6 @@ Text SendKeyPadConfiguration(Console& console, TextView keyData) {
     console.SetDataBox(block.Text());
     return std::move(block).Text();
 }
-
-}  // namespace
 
 void KeyEntryDClick(Console& console) {
     console.SetFunctionBox(kKeyEntryEcho);
@@ -79,6 +77,20 @@ void KeyPadClick(Console& console) {
     if (block.empty()) {
         console.MsgBox(u"You entered no data or pressed cancel");
     }
+}
+
+}  // namespace
+
+void AddKeyEntryControls(std::vector<Control>& controls) {
+    // Under the "Key Entry Type" label of the console.
+    controls.push_back(CommandButton("KeyEntryNNE", u"Num No E", 240, 3720, 495, 495, KeyEntryNNEClick));
+    controls.push_back(CommandButton("KeyEntryNENC", u"Num Echo No C", 840, 3720, 975, 495, KeyEntryNENCClick));
+    controls.push_back(CommandButton("KeyEntryNE", u"Num Echo", 240, 4320, 495, 495, KeyEntryNEClick));
+    controls.push_back(CommandButton("KeyEntryNNENC", u"Num No E No C", 840, 4320, 975, 495, KeyEntryNNENCClick));
+    controls.push_back(CommandButton("KeyEntryD", u"DES", 120, 4920, 495, 495, KeyEntryDClick));
+    controls.push_back(CommandButton("KeyEntryDNoCur", u"DES No C", 720, 4920, 615, 495, KeyEntryDNoCurClick));
+    controls.push_back(CommandButton("KeyEntryF", u"Func", 1440, 4920, 495, 495, KeyEntryFClick));
+    controls.push_back(CommandButton("KeyPad", u"KeyPadConfiguration", 120, 6240, 1695, 255, KeyPadClick));
 }
 
 }  // namespace vantrel

@@ -1,9 +1,9 @@
 // Numbered messages loaded into the server ahead of their use. Not tied to a
 // position: no block carries "ReaderPosition=".
 
-#include "console/console.h"
+#include "base/console.h"
 #include "server/command_block.h"
-#include "terminal/terminal_commands.h"
+#include "terminal/terminal_parts.h"
 
 namespace vantrel {
 
@@ -16,8 +16,6 @@ Text PreloadMessage(Console& console, TextView sectionLine, TextView typeLine, T
     AssignThroughCommandData(console, "PreloadDisplayMessage", block.Text());
     return std::move(block).Text();
 }
-
-}  // namespace
 
 void PreLoadMSGsClick(Console& console) {
     console.SetFunctionBox(u"<Object>.PreloadDisplayMessage = (data)");
@@ -34,6 +32,12 @@ void PreLoadMSGsClick(Console& console) {
     const Text last =
         PreloadMessage(console, u"Section=1", u"MessageType=Printer", u"MessageNumber=4", u"Message=Printers BAD");
     console.SetDataBox(last);  // the first eight are never shown
+}
+
+}  // namespace
+
+void AddPreloadedMessageControls(std::vector<Control>& controls) {
+    controls.push_back(CommandButton("PreLoadMSGs", u"PreLoad MSGs", 2160, 3720, 1575, 255, PreLoadMSGsClick));
 }
 
 }  // namespace vantrel

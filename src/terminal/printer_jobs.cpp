@@ -1,9 +1,9 @@
 // Print jobs for the terminal's receipt printer. None of them passes through
 // CommandData; all assign "PrintOutput".
 
-#include "console/console.h"
+#include "base/console.h"
 #include "server/command_block.h"
-#include "terminal/terminal_commands.h"
+#include "terminal/terminal_parts.h"
 
 namespace vantrel {
 
@@ -58,8 +58,6 @@ void PrintHeaderOrFooter(Console& console, TextView jobLine, TextView messageLin
     console.SetDataBox(block.Text());
 }
 
-}  // namespace
-
 void PrintClick(Console& console) { PrintReceipt(console, u"-----Receipt1-----", u"Line 1 Receipt1"); }
 
 void PrintReceipt2Click(Console& console) { PrintReceipt(console, u"-----Receipt2-----", u"Line 1"); }
@@ -104,6 +102,19 @@ void BarCodePrintClick(Console& console) {
     block.Terminate();
     SendPrintJob(console, block);
     // Shows nothing: both echo boxes keep the previous command's texts.
+}
+
+}  // namespace
+
+void AddPrinterControls(std::vector<Control>& controls) {
+    // The printer block in the lower left corner, each pair side by side.
+    controls.push_back(CommandButton("PrintHeader", u"Header 1", 120, 6600, 855, 255, PrintHeaderClick));
+    controls.push_back(CommandButton("Header2", u"Header 2", 1080, 6600, 855, 255, Header2Click));
+    controls.push_back(CommandButton("PrintFooter", u"Footer 1", 120, 6960, 855, 255, PrintFooterClick));
+    controls.push_back(CommandButton("Footer2", u"Footer 2", 1080, 6960, 855, 255, Footer2Click));
+    controls.push_back(CommandButton("Print", u"Print Receipt1", 120, 7320, 855, 495, PrintClick));
+    controls.push_back(CommandButton("PrintReceipt2", u"Print Receipt2", 1080, 7320, 855, 495, PrintReceipt2Click));
+    controls.push_back(CommandButton("BarCodePrint", u"BarCodePrint", 3960, 7320, 1095, 375, BarCodePrintClick));
 }
 
 }  // namespace vantrel

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/call_monitor_model.h"
+#include "monitor/call_monitor_model.h"
 
 #include <QPointer>
 #include <QWidget>

@@ -1,8 +1,7 @@
 #include "console_window.h"
 
-#include "console/console_form.h"
 #include "console/setup_dialogs.h"
-#include "console/traced_prompter.h"
+#include "base/traced_prompter.h"
 #include "ui/visible_text.h"
 
 #include <QApplication>
@@ -31,11 +30,11 @@ ConsoleWindow::ConsoleWindow(Console& console, EventDispatcher dispatch) {
     setFixedSize(view_->width(), view_->height() + menuBar()->sizeHint().height());
 }
 
-ConsoleApp::ConsoleApp(const ServerRegistry& servers, CallListener& events, Prompter& prompter, ErrorReport& report,
-                       ConsoleOptions options)
+ConsoleApp::ConsoleApp(std::vector<FormDescription> forms, const ServerRegistry& servers, CallListener& events,
+                       Prompter& prompter, ErrorReport& report, ConsoleOptions options)
     : prompter_(prompter, events)
     , report_(report)
-    , console_(Console::Ports{servers, events, prompter_, windows_}, AllForms())
+    , console_(Console::Ports{servers, events, prompter_, windows_}, std::move(forms))
     , options_(options) {
     // Menus and boxes in the forms' font too: a second face at start-up
     // cost its own font search and glyphs.

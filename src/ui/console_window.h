@@ -1,21 +1,22 @@
 #pragma once
 
-#include "console/console.h"
-#include "console/traced_prompter.h"
+#include "base/console.h"
+#include "base/traced_prompter.h"
 #include "ui/form_view.h"
 #include "ui/qt_ports.h"
 
 #include <QMainWindow>
 
 #include <memory>
+#include <vector>
 
 class QMenu;
 
 namespace vantrel {
 
 // The console window: the VantrelTest form as the central widget, with a
-// menu bar above it for the tools that the original layout has no room for.
-// The menu bar adds height above the client area; no control moves.
+// menu bar above it for the tools and the set-up dialogs, which have no button
+// on the form. The menu bar adds height above the client area; no control moves.
 class ConsoleWindow final : public QMainWindow {
     Q_OBJECT
 
@@ -41,8 +42,8 @@ struct ConsoleOptions {
 // program, the UI tests and script mode all build it the same way.
 class ConsoleApp {
 public:
-    ConsoleApp(const ServerRegistry& servers, CallListener& events, Prompter& prompter, ErrorReport& report,
-               ConsoleOptions options = {});
+    ConsoleApp(std::vector<FormDescription> forms, const ServerRegistry& servers, CallListener& events,
+               Prompter& prompter, ErrorReport& report, ConsoleOptions options = {});
     ~ConsoleApp();
     ConsoleApp(const ConsoleApp&) = delete;
     ConsoleApp& operator=(const ConsoleApp&) = delete;

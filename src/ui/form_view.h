@@ -1,7 +1,7 @@
 #pragma once
 
-#include "console/form.h"
-#include "console/form_state.h"
+#include "base/form.h"
+#include "base/form_state.h"
 
 #include <QWidget>
 

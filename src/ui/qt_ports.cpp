@@ -1,6 +1,6 @@
 #include "qt_ports.h"
 
-#include "console/console.h"
+#include "base/console.h"
 #include "ui/form_view.h"
 #include "ui/visible_text.h"
 

@@ -3,7 +3,7 @@
 #include "simulator/answer_text.h"
 #include "simulator/simulator.h"
 #include "ui/console_window.h"
-#include "ui/script_line.h"
+#include "script/script_line.h"
 #include "ui/visible_text.h"
 
 #include <QAction>

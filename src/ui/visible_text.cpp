@@ -1,6 +1,6 @@
 #include "visible_text.h"
 
-#include "ui/control_names.h"
+#include "base/character_names.h"
 
 namespace vantrel {
 
@@ -24,7 +24,7 @@ QString VisibleText(TextView text, LineBreaks breaks) {
             // The character's name in guillemets: «NUL», «ESC», a lone «CR».
             // Fonts rarely carry the control picture symbols.
             out.append(QChar(kNameOpen));
-            const std::string_view name = ControlName(c);
+            const std::string_view name = CharacterName(c);
             out.append(QLatin1String(name.data(), static_cast<qsizetype>(name.size())));
             out.append(QChar(kNameClose));
             if (c == u'\n' && breaks == LineBreaks::AtCrLf) {

@@ -5,7 +5,7 @@
 
 #include "com_test_support.h"
 
-#include "server/com_dispatch.h"
+#include "com/com_dispatch.h"
 
 #include "support/test_support.h"
 

@@ -3,12 +3,12 @@
 // the built-in simulator answers, blocks cross byte for byte both ways, and
 // failures carry the numbers a technician knows.
 
-#include "console/console.h"
-#include "console/console_form.h"
-#include "server/com_dispatch.h"
-#include "server/com_variant.h"
+#include "base/console.h"
+#include "app/all_forms.h"
+#include "com/com_dispatch.h"
+#include "com/com_variant.h"
 #include "server/command_block.h"
-#include "simulator/com_simulator_control.h"
+#include "simulator/com/com_simulator_control.h"
 #include "simulator/simulator.h"
 
 #include "com_test_support.h"

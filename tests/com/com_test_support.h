@@ -1,6 +1,6 @@
 #pragma once
 
-#include "server/com_variant.h"
+#include "com/com_variant.h"
 #include "server/text.h"
 #include "server/variant.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "console/console.h"
-#include "console/console_form.h"
-#include "console/ports.h"
+#include "base/console.h"
+#include "app/all_forms.h"
+#include "base/ports.h"
 #include "server/fault_injection.h"
 #include "server/server_calls.h"
 

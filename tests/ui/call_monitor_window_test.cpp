@@ -1,8 +1,8 @@
 // The call monitor window on the offscreen platform, opened from the console
 // as the technician opens it, fed by real clicks and by events on the hub.
 #include "support/call_events.h"
-#include "support/qt_modal.h"
-#include "support/qt_console.h"
+#include "support/qt/modal.h"
+#include "support/qt/console.h"
 #include "ui/call_monitor_window.h"
 
 #include <gtest/gtest.h>

@@ -2,8 +2,8 @@
 // events on the position buttons, the data box's view of control characters,
 // the small buttons that lie on larger ones; and the other-devices window.
 #include "console/position_selector.h"
-#include "devices/device_commands.h"
-#include "support/qt_console.h"
+#include "devices/devices.h"
+#include "support/qt/console.h"
 #include "ui/visible_text.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // The real Qt message and input boxes behind the console's prompter, driven
 // as a person would: the box opens modally and is answered by its buttons.
 #include "server/text.h"
-#include "support/qt_modal.h"
+#include "support/qt/modal.h"
 #include "ui/qt_ports.h"
 
 #include <gtest/gtest.h>

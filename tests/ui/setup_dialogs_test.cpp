@@ -1,7 +1,7 @@
 // The set-up dialogs as real windows, opened from the console's Set-up menu
 // and driven with real mouse clicks on their option buttons.
 #include "console/system_commands.h"
-#include "support/qt_console.h"
+#include "support/qt/console.h"
 #include "ui/qt_ports.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // The call monitor's rows, drawings, filter and limits, without any widget.
-#include "ui/call_monitor_model.h"
+#include "monitor/call_monitor_model.h"
 
 #include "support/call_events.h"
 #include "support/test_support.h"

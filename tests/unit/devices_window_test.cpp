@@ -1,7 +1,7 @@
 // The other-devices window as a whole: opening and closing, the code box,
 // the car wash code's own device data, and the price tables that alternate
 // across presses and hiding.
-#include "devices/device_commands.h"
+#include "devices/devices.h"
 
 #include "car_wash_tables.h"
 

@@ -1,7 +1,7 @@
 // A window's text box tells its view only when its exact text changes.
 
-#include "console/form.h"
-#include "console/form_state.h"
+#include "base/form.h"
+#include "base/form_state.h"
 
 #include "support/test_support.h"
 

@@ -2,8 +2,8 @@
 // each control inside the client area of its window or frame, names unique,
 // every command button wired to a click, and a button that lies on a larger
 // one made after it, so that it is drawn on top and takes the click there.
-#include "console/console_form.h"
-#include "devices/device_commands.h"
+#include "app/all_forms.h"
+#include "devices/devices.h"
 #include "graphics/graphics.h"
 
 #include "support/test_support.h"

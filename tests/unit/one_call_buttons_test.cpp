@@ -1,7 +1,7 @@
 // Every button that makes exactly one server call: the exact value the
 // server receives, which boxes show what, whether the value went through
 // CommandData, and what stays on show when the call fails.
-#include "devices/device_commands.h"
+#include "devices/devices.h"
 #include "graphics/graphics.h"
 #include "server/command_block.h"
 
@@ -345,7 +345,7 @@ protected:
         }
         test.server().calls.clear();
         testing::MarkUntouched(test.console());
-        SetDeviceData(test.console(), kDeviceBefore);
+        test.console().Form(kOtherDevicesForm).SetText("DeviceData", kDeviceBefore);
     }
     Variant Expected(const Press& press) const {
         return press.kind == Kind::CallByRef ? Variant::OfInt16(static_cast<std::int16_t>(press.position))

@@ -1,6 +1,6 @@
 // The script lines that drive the simulator: what each one parses to, and the
 // usage a mistaken one answers with.
-#include "ui/script_line.h"
+#include "script/script_line.h"
 
 #include "support/test_support.h"
 

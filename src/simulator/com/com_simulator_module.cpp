@@ -1,8 +1,8 @@
 // The built-in simulator as an in-process COM server: the class factory, the
 // four exports of a self-registering DLL, and its registry entries.
 
-#include "simulator/com_simulator_control.h"
-#include "simulator/com_simulator_dispatch.h"
+#include "simulator/com/com_simulator_control.h"
+#include "simulator/com/com_simulator_dispatch.h"
 
 #include <string>
 

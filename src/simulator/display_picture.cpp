@@ -1,4 +1,4 @@
-#include "display_message.h"
+#include "display_picture.h"
 
 #include "answer_text.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/com_simulator_control.h"
+#include "simulator/com/com_simulator_control.h"
 #include "simulator/simulator.h"
 
 #include <atomic>

@@ -1,18 +1,17 @@
 #pragma once
 
-#include "console/ports.h"
-#include "ui/script_line.h"
-
-#include <QObject>
-#include <QWidget>
+#include "base/ports.h"
+#include "script/front_end.h"
+#include "script/script_line.h"
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace vantrel {
 
-class ConsoleApp;
+class Console;
 class Simulator;
 
 // The replies that script lines queue for the modal boxes. A box with no
@@ -39,16 +38,16 @@ private:
     Ticker tick_;
 };
 
-// Runs a script against the real windows, one line per turn of the event
-// loop, so that a line that opens a modal window hands the following lines
-// to that window.
-class ScriptRunner final : public QObject {
-    Q_OBJECT
-
+// Runs a script against the real windows of a front-end, one line per turn
+// of its event loop, so that a line that opens a modal window hands the
+// following lines to that window.
+class ScriptRunner final {
 public:
     // simulator: the built-in server, or nullptr when another one runs.
-    ScriptRunner(std::string fileName, std::vector<std::string> lines, ConsoleApp& app, ScriptPrompter& prompter,
-                 Simulator* simulator);
+    ScriptRunner(std::string fileName, std::vector<std::string> lines, Console& console, ScriptFrontEnd& frontEnd,
+                 ScriptPrompter& prompter, Simulator* simulator);
+    ScriptRunner(const ScriptRunner&) = delete;
+    ScriptRunner& operator=(const ScriptRunner&) = delete;
 
     void Start();
     // Ends the program with exit code 2, naming the current line.
@@ -59,11 +58,10 @@ private:
     void Execute(const ScriptCommand& command);
     void Server(const ScriptCommand& command);
     void Forecourt(const ScriptCommand& command);
-    void Menu(const std::string& menu, const Text& entry);
-    QWidget* Window(const std::string& name);
     void Click(const std::string& name, bool twice);
     void Type(const std::string& name, const Text& text);
-    void Activate(QWidget* window);
+    void Menu(const std::string& menu, const Text& entry);
+    void Shot(const std::string& window, const std::string& file);
     const Text& TextOf(const std::string& name);
     void Tick(int count);
 
@@ -71,7 +69,8 @@ private:
     std::vector<std::string> lines_;
     std::size_t next_ = 0;
     std::size_t current_ = 0;
-    ConsoleApp& app_;
+    Console& console_;
+    ScriptFrontEnd& frontEnd_;
     ScriptPrompter& prompter_;
     Simulator* simulator_;
 };

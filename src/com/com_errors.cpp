@@ -1,6 +1,6 @@
 #include "com_errors.h"
 
-#include "server/com_variant.h"
+#include "com/com_variant.h"
 #include "server/text.h"
 
 #include <string>

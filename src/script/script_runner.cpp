@@ -1,17 +1,7 @@
 #include "script_runner.h"
 
-#include "console/console.h"
+#include "base/console.h"
 #include "simulator/simulator.h"
-#include "ui/console_window.h"
-#include "ui/visible_text.h"
-
-#include <QApplication>
-#include <QAction>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
-#include <QMouseEvent>
-#include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
@@ -62,18 +52,21 @@ Text ScriptPrompter::Input(const Text& prompt, const Text&) {
     return {};
 }
 
-ScriptRunner::ScriptRunner(std::string fileName, std::vector<std::string> lines, ConsoleApp& app,
-                           ScriptPrompter& prompter, Simulator* simulator)
+ScriptRunner::ScriptRunner(std::string fileName, std::vector<std::string> lines, Console& console,
+                           ScriptFrontEnd& frontEnd, ScriptPrompter& prompter, Simulator* simulator)
     : fileName_(std::move(fileName))
     , lines_(std::move(lines))
-    , app_(app)
+    , console_(console)
+    , frontEnd_(frontEnd)
     , prompter_(prompter)
     , simulator_(simulator) {
     prompter_.SetFailure([this](const std::string& message) { Fail(message); });
     prompter_.SetTicker([this](int count) { Tick(count); });
 }
 
-void ScriptRunner::Start() { QTimer::singleShot(0, this, &ScriptRunner::Step); }
+void ScriptRunner::Start() {
+    frontEnd_.Later([this] { Step(); });
+}
 
 void ScriptRunner::Fail(const std::string& message) const {
     std::fflush(stdout);
@@ -92,7 +85,7 @@ void ScriptRunner::Step() {
         if (const auto* command = std::get_if<ScriptCommand>(&parsed)) {
             // The next line is queued first: if this one opens a modal
             // window, the window's event loop runs it.
-            QTimer::singleShot(0, this, &ScriptRunner::Step);
+            frontEnd_.Later([this] { Step(); });
             Execute(*command);
             return;
         }
@@ -102,7 +95,7 @@ void ScriptRunner::Step() {
         Fail(std::to_string(prompter_.pending()) + " queued replies were never used");
     }
     std::fflush(stdout);
-    QCoreApplication::exit(0);
+    frontEnd_.Quit(0);
 }
 
 void ScriptRunner::Execute(const ScriptCommand& command) {
@@ -126,16 +119,7 @@ void ScriptRunner::Execute(const ScriptCommand& command) {
         std::printf("%s \"%s\"\n", command.name.c_str(), Escaped(TextOf(command.name)).c_str());
         std::fflush(stdout);
         break;
-    case Verb::Shot: {
-        QWidget* window = Window(command.name);
-        if (!window) {
-            Fail("no window " + command.name + " has been shown yet");
-        }
-        if (!window->grab().save(QString::fromStdString(command.file), "PNG")) {
-            Fail("cannot write the picture " + command.file);
-        }
-        break;
-    }
+    case Verb::Shot: Shot(command.name, command.file); break;
     case Verb::ServerAnswerText:
     case Verb::ServerAnswerNumber:
     case Verb::ServerAnswerHuge:
@@ -151,19 +135,6 @@ void ScriptRunner::Execute(const ScriptCommand& command) {
     case Verb::ForecourtPacket:
     case Verb::ForecourtWash: Forecourt(command); break;
     }
-}
-
-QWidget* ScriptRunner::Window(const std::string& name) {
-    if (FormView* view = app_.View(name)) {
-        return view->window();
-    }
-    // Tool windows that are no form, such as the simulator's.
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (widget->objectName() == QString::fromStdString(name) && widget->isVisible()) {
-            return widget;
-        }
-    }
-    return nullptr;
 }
 
 void ScriptRunner::Server(const ScriptCommand& command) {
@@ -232,77 +203,41 @@ void ScriptRunner::Forecourt(const ScriptCommand& command) {
 }
 
 void ScriptRunner::Click(const std::string& name, bool twice) {
-    FormView& view = app_.ActiveView();
-    QWidget* widget = view.Widget(name);
-    if (!widget) {
-        Fail("no control " + name + " in the shown window " + view.description().name);
+    const std::string form = frontEnd_.ActiveForm();
+    if (!console_.Description(form).Find(name)) {
+        Fail("no control " + name + " in the shown window " + form);
     }
-    if (!widget->isVisible() || !widget->isEnabled()) {
+    if (!frontEnd_.Click(name, twice)) {
         Fail("the control " + name + " cannot be clicked now");
     }
-    const QPointF local = QRectF(widget->rect()).center();
-    const QPointF global = widget->mapToGlobal(local);
-    const auto send = [&](QEvent::Type type, Qt::MouseButtons buttons) {
-        QMouseEvent event(type, local, global, Qt::LeftButton, buttons, Qt::NoModifier);
-        QApplication::sendEvent(widget, &event);
-    };
-    Activate(widget->window());
-    // A real press gives the focus first, by the control's focus policy; a
-    // synthesized one does not, so do what the toolkit would.
-    if ((widget->focusPolicy() & Qt::ClickFocus) == Qt::ClickFocus && QApplication::focusWidget() != widget) {
-        widget->setFocus(Qt::MouseFocusReason);
-    }
-    send(QEvent::MouseButtonPress, Qt::LeftButton);
-    send(QEvent::MouseButtonRelease, Qt::NoButton);
-    if (twice) {
-        send(QEvent::MouseButtonDblClick, Qt::LeftButton);
-        send(QEvent::MouseButtonRelease, Qt::NoButton);
-    }
-}
-
-void ScriptRunner::Activate(QWidget* window) {
-    if (QApplication::activeWindow() == window) {
-        return;
-    }
-#if QT_VERSION < QT_VERSION_CHECK(6, 5, 0)
-    QApplication::setActiveWindow(window);
-#else
-    window->activateWindow();
-    for (int attempt = 0; attempt < 200 && QApplication::activeWindow() != window; ++attempt) {
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 5);
-    }
-#endif
 }
 
 void ScriptRunner::Type(const std::string& name, const Text& text) {
-    FormView& view = app_.ActiveView();
-    auto* box = qobject_cast<QLineEdit*>(view.Widget(name));
-    if (!box || box->isReadOnly()) {
-        Fail("no text box " + name + " to type into in the shown window " + view.description().name);
+    const std::string form = frontEnd_.ActiveForm();
+    const Control* row = console_.Description(form).Find(name);
+    // What a person can type into: a single-line box that is not an echo box.
+    if (!row || row->kind != ControlKind::TextBox || row->multiLine || row->readOnly) {
+        Fail("no text box " + name + " to type into in the shown window " + form);
     }
-    Activate(box->window());
-    box->setFocus(Qt::OtherFocusReason);
-    box->setText(ToQString(text));
+    frontEnd_.Type(name, text);
 }
 
 void ScriptRunner::Menu(const std::string& menu, const Text& entry) {
-    if (&app_.ActiveView() != &app_.window().view()) {
-        Fail("the console's menu cannot be used while " + app_.ActiveView().description().name + " is shown");
+    const std::string form = frontEnd_.ActiveForm();
+    if (form != kConsoleForm) {
+        Fail("the console's menu cannot be used while " + form + " is shown");
     }
-    // Entries are named as they read, without the access-key "&".
-    const auto plain = [](QString text) { return text.remove(QLatin1Char('&')); };
-    for (QAction* top : app_.window().menuBar()->actions()) {
-        if (!top->menu() || plain(top->text()) != QString::fromStdString(menu)) {
-            continue;
-        }
-        for (QAction* action : top->menu()->actions()) {
-            if (plain(action->text()) == ToQString(entry) && action->isEnabled()) {
-                action->trigger();
-                return;
-            }
-        }
+    if (!frontEnd_.Menu(menu, entry)) {
+        Fail("no menu entry \"" + menu + "\" \"" + ToUtf8(entry) + "\" on the console");
     }
-    Fail("no menu entry \"" + menu + "\" \"" + ToUtf8(entry) + "\" on the console");
+}
+
+void ScriptRunner::Shot(const std::string& window, const std::string& file) {
+    switch (frontEnd_.Shot(window, file)) {
+    case ScriptFrontEnd::Picture::Written: break;
+    case ScriptFrontEnd::Picture::NoWindow: Fail("no window " + window + " has been shown yet");
+    case ScriptFrontEnd::Picture::NotWritten: Fail("cannot write the picture " + file);
+    }
 }
 
 const Text& ScriptRunner::TextOf(const std::string& name) {
@@ -315,8 +250,8 @@ const Text& ScriptRunner::TextOf(const std::string& name) {
     FormState* state = nullptr;
     const FormDescription* description = nullptr;
     try {
-        description = form.empty() ? &app_.ActiveView().description() : &app_.console().Description(form);
-        state = &app_.console().Form(description->name);
+        description = form.empty() ? &console_.Description(frontEnd_.ActiveForm()) : &console_.Description(form);
+        state = &console_.Form(description->name);
     } catch (const std::out_of_range&) {
         Fail("no window " + form);
     }
@@ -328,9 +263,8 @@ const Text& ScriptRunner::TextOf(const std::string& name) {
 }
 
 void ScriptRunner::Tick(int count) {
-    FormView& console = app_.window().view();
     for (int i = 0; i < count; ++i) {
-        console.FireTimer("Timer1");
+        frontEnd_.Tick();
     }
 }
 

@@ -1,4 +1,6 @@
-#include "support/qt_console.h"
+#include "support/qt/console.h"
+
+#include "app/all_forms.h"
 
 #include <QApplication>
 #include <QTest>
@@ -11,7 +13,7 @@ void QtConsoleTest::Start(Prompter* prompter, bool runTimers, const std::functio
         server_ = server.get();
         return server;
     });
-    app_ = std::make_unique<ConsoleApp>(servers_, events_, prompter ? *prompter : prompter_, report_,
+    app_ = std::make_unique<ConsoleApp>(AllForms(), servers_, events_, prompter ? *prompter : prompter_, report_,
                                         ConsoleOptions{runTimers});
     if (beforeLoad) {
         beforeLoad();

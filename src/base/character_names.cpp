@@ -1,8 +1,8 @@
-#include "control_names.h"
+#include "character_names.h"
 
 namespace vantrel {
 
-std::string_view ControlName(char16_t code) {
+std::string_view CharacterName(char16_t code) {
     static constexpr std::string_view kNames[32] = {
         "NUL", "SOH", "STX", "ETX", "EOT", "ENQ", "ACK", "BEL", "BS",  "TAB", "LF",  "VT",  "FF", "CR", "SO", "SI",
         "DLE", "DC1", "DC2", "DC3", "DC4", "NAK", "SYN", "ETB", "CAN", "EM",  "SUB", "ESC", "FS", "GS", "RS", "US",

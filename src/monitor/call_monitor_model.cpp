@@ -1,6 +1,6 @@
 #include "call_monitor_model.h"
 
-#include "ui/control_names.h"
+#include "base/character_names.h"
 
 #include "server/trace_json.h"
 
@@ -245,7 +245,7 @@ Text SymbolText(TextView text, SymbolLines lines, std::size_t limit) {
             continue;
         }
         if (c < 0x20 || c == 0x7F) {
-            AppendMarked(out, ControlName(c));
+            AppendMarked(out, CharacterName(c));
         } else if (c > 0x7F) {
             out.push_back(kOpen);
             out.push_back(c > 0xFF ? u'u' : u'x');

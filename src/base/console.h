@@ -1,8 +1,8 @@
 #pragma once
 
-#include "console/form.h"
-#include "console/form_state.h"
-#include "console/ports.h"
+#include "base/form.h"
+#include "base/form_state.h"
+#include "base/ports.h"
 #include "server/server_calls.h"
 #include "server/variant.h"
 

@@ -1,4 +1,4 @@
-#include "event_queues.h"
+#include "server_queues.h"
 
 #include "answer_text.h"
 #include "server/command_block.h"

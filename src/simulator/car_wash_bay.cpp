@@ -1,4 +1,4 @@
-#include "car_wash.h"
+#include "car_wash_bay.h"
 
 #include "answer_text.h"
 #include "server/command_block.h"

@@ -2,7 +2,8 @@
 // dispatch, the handler and its two assignments, on the real windows
 // (offscreen) against a server that does nothing.
 
-#include "console/console.h"
+#include "app/all_forms.h"
+#include "base/console.h"
 #include "quiet_console.h"
 #include "targets.h"
 #include "ui/console_window.h"
@@ -62,7 +63,7 @@ void StressTick(benchmark::State& state) {
     CallEvents events;
     QuietBoxes boxes;
     CountingReport report;
-    ConsoleApp app(servers, events, boxes, report);
+    ConsoleApp app(AllForms(), servers, events, boxes, report);
     app.Load();
     app.Show();
     app.Dispatch(app.console().Description(kConsoleForm).Find("STRESS_BUTTON")->click);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/ports.h"
+#include "base/ports.h"
 #include "server/server_calls.h"
 
 namespace vantrel {

@@ -8,7 +8,7 @@ namespace vantrel {
 // "ESC" ...); an empty view for every other code. The console's boxes and the
 // call monitor draw such a character as its name in guillemets («NUL»), which
 // reads in any font.
-std::string_view ControlName(char16_t code);
+std::string_view CharacterName(char16_t code);
 
 inline constexpr char16_t kNameOpen = u'\u00AB';   // «
 inline constexpr char16_t kNameClose = u'\u00BB';  // »

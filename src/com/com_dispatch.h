@@ -1,6 +1,6 @@
 #pragma once
 
-#include "server/com_automation.h"
+#include "com/com_automation.h"
 #include "server/server_calls.h"
 
 #include <memory>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/form.h"
+#include "base/form.h"
 #include "server/runtime_error.h"
 #include "server/text.h"
 

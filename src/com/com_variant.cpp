@@ -1,6 +1,6 @@
 #include "com_variant.h"
 
-#include "server/com_errors.h"
+#include "com/com_errors.h"
 #include "server/runtime_error.h"
 
 #include <cstdint>

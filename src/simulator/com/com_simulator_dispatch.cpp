@@ -1,7 +1,7 @@
 #include "com_simulator_dispatch.h"
 
-#include "server/com_errors.h"
-#include "server/com_variant.h"
+#include "com/com_errors.h"
+#include "com/com_variant.h"
 
 #include <new>
 
