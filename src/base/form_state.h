@@ -2,8 +2,8 @@
 
 #include "base/form.h"
 
-#include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -59,11 +59,8 @@ private:
     ControlState* Find(std::string_view control);
 
     std::string name_;
-    std::vector<ControlState> controls_;  // in creation order
-    // Every echo looks its box up by name among a hundred and more controls:
-    // an open-addressed table of indices into controls_, a power of two in
-    // size and at most half full, probed from the name's hash.
-    std::vector<std::int32_t> slots_;
+    std::vector<ControlState> controls_;                       // in creation order
+    std::map<std::string, std::size_t, std::less<>> indexOf_;  // by name
     Listener listener_;
 };
 

@@ -21,7 +21,7 @@ Text PositionInformation(Console& console, int position) {
 }  // namespace
 
 void PositionClick(Console& console, int position) {
-    console.Window().SetText("TextBoxPumpNumber", u"Fueling Position -> " + Decimal(position));
+    console.Window().SetText(kPumpNumberBox, u"Fueling Position -> " + Decimal(position));
     console.SelectedPosition = Variant::OfInt16(static_cast<std::int16_t>(position));
     console.SelectedPositionText = PositionText(position);
 }
