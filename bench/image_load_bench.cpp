@@ -1,10 +1,8 @@
 // SET IMAGE against a server that does nothing, beside the least any way of
-// loading the file must pay: one read() of the whole file into fresh memory,
-// taken the way the packet's room is.
+// loading the file must pay: one read() of the whole file into fresh memory.
 // Both are timed per byte at 1 MiB and 64 MiB.
 
 #include "graphics/graphics.h"
-#include "graphics/large_text.h"
 #include "graphics/local_path.h"
 #include "graphics/test_functions.h"
 #include "quiet_console.h"
@@ -74,10 +72,6 @@ void SetImage(benchmark::State& state) {
     ReportPerByte(state);
 }
 
-// From this size on SET IMAGE takes its room in large pages where the system
-// offers them; so does the yardstick, so that both meet the same memory.
-constexpr std::size_t kLargeRoom = std::size_t{8} << 20;
-
 void OneRead(benchmark::State& state) {
     const fs::path drive = DriveWithImage(static_cast<std::size_t>(state.range(0)));
     const fs::path file = ImageIn(drive);
@@ -87,9 +81,6 @@ void OneRead(benchmark::State& state) {
         ::fstat(descriptor, &status);
         const auto size = static_cast<std::size_t>(status.st_size);
         const std::unique_ptr<char[]> data(new char[size]);
-        if (size >= kLargeRoom) {
-            AdviseLargePages(data.get(), size);  // as SET IMAGE takes the packet's room
-        }
         const ssize_t got = ::read(descriptor, data.get(), size);
         ::close(descriptor);
         if (got != static_cast<ssize_t>(size)) {

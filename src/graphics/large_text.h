@@ -10,12 +10,7 @@ namespace vantrel {
 // image packet) is backed by large pages where the system offers them: a
 // seam for bench/run's SET IMAGE at 64 MiB, where touching fresh memory one
 // small page at a time cost more than everything else that loading an image
-// does (71 ms against 15 ms for the packet on the machine it was measured
-// on).
+// does.
 void ReserveLarge(Text& text, std::size_t length);
-
-// The same advice for any room of that many bytes: the benchmarks' yardstick
-// takes its memory the way the packet does.
-void AdviseLargePages(void* data, std::size_t bytes);
 
 }  // namespace vantrel
