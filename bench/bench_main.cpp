@@ -63,12 +63,24 @@ public:
         }
         return result;
     }
+    Medians spreads() const {
+        Medians result;
+        for (const auto& [name, samples] : samples_) {
+            result[name] = Spread(samples);
+        }
+        return result;
+    }
 
 private:
     std::map<std::string, std::vector<double>> samples_;
 };
 
-Medians RunBenchmarks(std::ostream& log) {
+struct Figures {
+    Medians medians;
+    Medians spreads;
+};
+
+Figures RunBenchmarks(std::ostream& log) {
     std::vector<std::string> flags = {
         "vantrel_bench",
         std::string("--benchmark_filter=^(Click|Appends|") + kPacketClick + "|" + kSetImage + "|" + kOneRead + "|" +
@@ -91,7 +103,7 @@ Medians RunBenchmarks(std::ostream& log) {
     collector.SetErrorStream(&log);
     benchmark::RunSpecifiedBenchmarks(&collector);
     benchmark::Shutdown();
-    return collector.medians();
+    return {collector.medians(), collector.spreads()};
 }
 
 LaunchSeries RunLaunches(const TableOptions& options) {
@@ -118,9 +130,9 @@ int RunTable(const TableOptions& options) {
         logFile.open(options.log);
     }
     std::ostream& log = options.log.empty() ? std::cerr : logFile;
-    const Medians medians = RunBenchmarks(log);
+    const Figures figures = RunBenchmarks(log);
     const LaunchSeries launches = RunLaunches(options);
-    const std::vector<Row> rows = TargetRows(medians, survey, launches);
+    const std::vector<Row> rows = TargetRows(figures.medians, survey, launches, figures.spreads);
     std::cout << Render(rows) << std::flush;
     for (const Row& row : rows) {
         if (!row.pass) {

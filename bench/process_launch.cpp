@@ -4,6 +4,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -130,8 +131,11 @@ Launch LaunchUntilShown(const std::vector<std::string>& command, double timeoutS
         ::kill(pid, SIGKILL);
     }
     int status = 0;
-    while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
+    rusage usage{};
+    while (::wait4(pid, &status, 0, &usage) < 0 && errno == EINTR) {
     }
+    const auto seconds = [](const timeval& time) { return static_cast<double>(time.tv_sec) + time.tv_usec / 1e6; };
+    launch.cpuSeconds = seconds(usage.ru_utime) + seconds(usage.ru_stime);
     launch.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     if (timedOut) {
         launch.problem = command[0] + " did not end within " + std::to_string(timeoutSeconds) + " s";

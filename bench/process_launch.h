@@ -12,6 +12,7 @@ namespace vantrel::bench {
 struct Launch {
     bool shown = false;
     double secondsToShown = 0;  // from the start to the line
+    double cpuSeconds = 0;      // user and system time of the whole run
     double residentBytes = 0;   // as the line reported it
     int exitCode = -1;          // -1 when it ended through a signal
     std::string problem;        // why it does not count; empty when it does

@@ -46,6 +46,30 @@ double Median(std::vector<double> samples) {
     return (lower + upper) / 2;
 }
 
+double Spread(std::vector<double> samples) {
+    if (samples.size() < 2) {
+        return std::numeric_limits<double>::quiet_NaN();
+    }
+    std::sort(samples.begin(), samples.end());
+    const auto at = [&](double share) {
+        const double place = share * static_cast<double>(samples.size() - 1);
+        const auto below = static_cast<std::size_t>(place);
+        const std::size_t above = std::min(below + 1, samples.size() - 1);
+        return samples[below] + (samples[above] - samples[below]) * (place - static_cast<double>(below));
+    };
+    const double median = Median(samples);
+    return median > 0 ? (at(0.75) - at(0.25)) / 2 / median : std::numeric_limits<double>::quiet_NaN();
+}
+
+std::string SpreadText(double spread) {
+    if (std::isnan(spread)) {
+        return {};
+    }
+    char text[32];
+    std::snprintf(text, sizeof text, "\u00b1%.0f %%", spread * 100);
+    return text;
+}
+
 std::string Duration(double seconds) {
     if (!Measured(seconds)) {
         return kNotMeasured;

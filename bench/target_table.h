@@ -17,6 +17,11 @@ struct Row {
 // The middle sample (the mean of the middle two for an even count); NaN for
 // no samples, which every row below reports as not measured.
 double Median(std::vector<double> samples);
+// Half the interquartile range as a share of the median: 0.05 when the middle
+// half of the samples lies within 5 % of it. NaN for fewer than two.
+double Spread(std::vector<double> samples);
+// "±3 %" of a spread; empty for NaN.
+std::string SpreadText(double spread);
 
 // "840 ns", "1.24 µs", "12.3 ms", "1.20 s": three significant digits.
 std::string Duration(double seconds);

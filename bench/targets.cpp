@@ -14,16 +14,24 @@ double Find(const Medians& medians, const std::string& name) {
     return found == medians.end() ? kNaN : found->second;
 }
 
+// " (spread ±2 % / ±5 %)" of a ratio's two figures; empty when unknown.
+std::string Spreads(const Medians& spreads, const std::string& measured, const std::string& baseline) {
+    const std::string a = SpreadText(Find(spreads, measured));
+    const std::string b = SpreadText(Find(spreads, baseline));
+    return a.empty() || b.empty() ? std::string() : " (spread " + a + " / " + b + ")";
+}
+
 // The handler rows of one command or a group: the slowest command against
 // the time limit, and the command furthest from its plain appends against
 // the ratio.
 void AddHandlerRows(std::vector<Row>& rows, const std::string& what, const std::vector<SurveyedCommand>& commands,
-                    const Medians& medians) {
+                    const Medians& medians, const Medians& spreads) {
     double slowest = commands.empty() ? kNaN : 0;
     double worstClick = commands.empty() ? kNaN : 0;
     double worstAppends = commands.empty() ? kNaN : 1;
     std::string slowestName;
     std::string worstName;
+    std::string worstSpreads;
     for (const SurveyedCommand& command : commands) {
         const double click = Find(medians, ClickName(command));
         const double appends = Find(medians, AppendsName(command));
@@ -39,20 +47,24 @@ void AddHandlerRows(std::vector<Row>& rows, const std::string& what, const std::
             worstClick = click;
             worstAppends = appends;
             worstName = command.control;
+            worstSpreads = Spreads(spreads, ClickName(command), AppendsName(command));
         }
     }
     const bool group = commands.size() > 1;
     rows.push_back(Under("handler's own work, " + what + (group ? ", slowest" : ""), slowest, 2e-6,
                          group ? slowestName : std::string()));
-    rows.push_back(Within(
-        "handler vs the same texts by plain appends, " + what + (group ? ", furthest" : ""), worstClick, worstAppends,
-        3, (group ? worstName + ": " : std::string()) + Duration(worstClick) + " vs " + Duration(worstAppends)));
+    rows.push_back(Within("handler vs the same texts by plain appends, " + what + (group ? ", furthest" : ""),
+                          worstClick, worstAppends, 3,
+                          (group ? worstName + ": " : std::string()) + Duration(worstClick) + " vs " +
+                              Duration(worstAppends) + worstSpreads));
 }
 
 // Medians of the launches that count; NaN, and the first problem, when any
 // launch went wrong.
 struct LaunchMedians {
-    double seconds = kNaN;
+    double seconds = kNaN;     // wall time to the window shown
+    double cpuSeconds = kNaN;  // user and system time
+    double cpuSpread = kNaN;
     double bytes = kNaN;
     std::string problem;
 };
@@ -64,6 +76,7 @@ LaunchMedians MediansOf(const std::vector<Launch>& launches) {
         return result;
     }
     std::vector<double> seconds;
+    std::vector<double> cpuSeconds;
     std::vector<double> bytes;
     for (const Launch& launch : launches) {
         if (!launch.problem.empty()) {
@@ -71,9 +84,12 @@ LaunchMedians MediansOf(const std::vector<Launch>& launches) {
             return result;
         }
         seconds.push_back(launch.secondsToShown);
+        cpuSeconds.push_back(launch.cpuSeconds);
         bytes.push_back(launch.residentBytes);
     }
     result.seconds = Median(seconds);
+    result.cpuSeconds = Median(cpuSeconds);
+    result.cpuSpread = Spread(cpuSeconds);
     result.bytes = Median(bytes);
     return result;
 }
@@ -92,12 +108,13 @@ std::string ClickName(const SurveyedCommand& command) { return "Click/" + comman
 std::string AppendsName(const SurveyedCommand& command) { return "Appends/" + command.form + "." + command.control; }
 std::string WithArgument(const char* name, long argument) { return std::string(name) + "/" + std::to_string(argument); }
 
-std::vector<Row> TargetRows(const Medians& medians, const CommandSurvey& survey, const LaunchSeries& launches) {
+std::vector<Row> TargetRows(const Medians& medians, const CommandSurvey& survey, const LaunchSeries& launches,
+                            const Medians& spreads) {
     std::vector<Row> rows;
     AddHandlerRows(rows, std::to_string(survey.fixedBlocks.size()) + " fixed-block commands", survey.fixedBlocks,
-                   medians);
-    AddHandlerRows(rows, "nine preloaded messages", {survey.preloadedMessages}, medians);
-    AddHandlerRows(rows, "PRICE SET", {survey.priceSet}, medians);
+                   medians, spreads);
+    AddHandlerRows(rows, "nine preloaded messages", {survey.preloadedMessages}, medians, spreads);
+    AddHandlerRows(rows, "PRICE SET", {survey.priceSet}, medians, spreads);
 
     std::vector<double> perCharacter;
     std::string perCharacterDetail;
@@ -107,13 +124,18 @@ std::vector<Row> TargetRows(const Medians& medians, const CommandSurvey& survey,
             (perCharacterDetail.empty() ? "" : ", ") + std::to_string(count) + ": " + Duration(perCharacter.back());
     }
     rows.push_back(Within("packet input view, time per data character at 30000 (\"3E4\") vs at 999", perCharacter[2],
-                          perCharacter[1], 2, perCharacterDetail + " per character"));
+                          perCharacter[1], 2,
+                          perCharacterDetail + " per character" +
+                              Spreads(spreads, WithArgument(kPacketClick, kPacketCounts[2]),
+                                      WithArgument(kPacketClick, kPacketCounts[1]))));
 
     for (const long size : kImageSizes) {
         const double setImage = Find(medians, WithArgument(kSetImage, size));
         const double oneRead = Find(medians, WithArgument(kOneRead, size));
         rows.push_back(Within("SET IMAGE, " + std::to_string(size >> 20) + " MiB file, vs one read() into memory",
-                              setImage, oneRead, 2, Duration(setImage) + " vs " + Duration(oneRead)));
+                              setImage, oneRead, 2,
+                              Duration(setImage) + " vs " + Duration(oneRead) +
+                                  Spreads(spreads, WithArgument(kSetImage, size), WithArgument(kOneRead, size))));
     }
 
     const LaunchMedians console = MediansOf(launches.console);
@@ -121,8 +143,13 @@ std::vector<Row> TargetRows(const Medians& medians, const CommandSurvey& survey,
     const std::string problem = console.problem.empty() ? minimal.problem : console.problem;
     const std::string count = std::to_string(launches.console.size());
     rows.push_back(WithProblem(
-        Within("start-up to the window first shown (offscreen) vs minimal Qt program", console.seconds, minimal.seconds,
-               1.5, Duration(console.seconds) + " vs " + Duration(minimal.seconds) + ", medians of " + count),
+        Within("start-up to the window first shown (offscreen), CPU time, vs minimal Qt program", console.cpuSeconds,
+               minimal.cpuSeconds, 1.5,
+               Duration(console.cpuSeconds) + " vs " + Duration(minimal.cpuSeconds) + " CPU (" +
+                   Duration(console.seconds) + " vs " + Duration(minimal.seconds) + " wall), medians of " + count +
+                   (std::isnan(console.cpuSpread) || std::isnan(minimal.cpuSpread)
+                        ? std::string()
+                        : " (spread " + SpreadText(console.cpuSpread) + " / " + SpreadText(minimal.cpuSpread) + ")")),
         problem));
     rows.push_back(
         WithProblem(Within("resident memory after start-up vs minimal Qt program", console.bytes, minimal.bytes, 1.3,

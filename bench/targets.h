@@ -34,6 +34,9 @@ struct LaunchSeries {
 };
 
 // Every row of the targets table, in the order of the table.
-std::vector<Row> TargetRows(const Medians& medians, const CommandSurvey& survey, const LaunchSeries& launches);
+// spreads: each figure's half interquartile range as a share of its median,
+// by the same names; a ratio's row shows the spreads of both its figures.
+std::vector<Row> TargetRows(const Medians& medians, const CommandSurvey& survey, const LaunchSeries& launches,
+                            const Medians& spreads = {});
 
 }  // namespace vantrel::bench

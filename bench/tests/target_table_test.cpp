@@ -18,6 +18,14 @@ TEST(Median, MiddleOfOddCountsMeanOfMiddleTwoOfEvenNoneForNothing) {
     EXPECT_TRUE(std::isnan(Median({})));
 }
 
+TEST(Spread, HalfTheInterquartileRangeAsAShareOfTheMedian) {
+    EXPECT_DOUBLE_EQ(1.0 / 3, Spread({5, 1, 4, 2, 3}));  // quartiles 2 and 4, median 3
+    EXPECT_EQ(0, Spread({10, 10}));
+    EXPECT_TRUE(std::isnan(Spread({5})));
+    EXPECT_EQ("\u00b133 %", SpreadText(1.0 / 3));
+    EXPECT_EQ("", SpreadText(std::nan("")));
+}
+
 TEST(Duration, ThreeSignificantDigitsInTheFittingUnit) {
     const struct {
         double seconds;

@@ -43,8 +43,8 @@ Medians GoodMedians(const CommandSurvey& survey) {
 LaunchSeries GoodLaunches() {
     LaunchSeries launches;
     for (int i = 0; i < 3; ++i) {
-        launches.console.push_back({true, 0.30 + i * 0.01, 40e6, 0, ""});
-        launches.minimal.push_back({true, 0.25, 36e6, 0, ""});
+        launches.console.push_back({true, 0.30 + i * 0.01, 0.060 + i * 0.002, 40e6, 0, ""});
+        launches.minimal.push_back({true, 0.25, 0.050, 36e6, 0, ""});
     }
     return launches;
 }
@@ -65,7 +65,9 @@ TEST(TargetRows, OneRowPerTargetAllPassingOnGoodFigures) {
     for (const Row& row : rows) {
         EXPECT_TRUE(row.pass) << row.figure << ": " << row.measured;
     }
-    EXPECT_EQ("1.24x (310 ms vs 250 ms, medians of 3)", RowStarting(rows, "start-up").measured);
+    // CPU time decides; the wall time and each side's spread are shown.
+    EXPECT_EQ("1.24x (62.0 ms vs 50.0 ms CPU (310 ms vs 250 ms wall), medians of 3 (spread \u00b12 % / \u00b10 %))",
+              RowStarting(rows, "start-up").measured);
 }
 
 TEST(TargetRows, TheSlowestAndTheFurthestCommandAreNamed) {
@@ -132,6 +134,19 @@ TEST(TargetRows, MemoryAndSimulatorRowsReadTheirOwnFigures) {
     EXPECT_FALSE(RowStarting(rows, "resident memory").pass);
     EXPECT_FALSE(RowStarting(rows, "built-in simulator").pass);
     EXPECT_TRUE(RowStarting(rows, "start-up").pass);
+}
+
+TEST(TargetRows, ARatioShowsTheSpreadOfBothItsFigures) {
+    const CommandSurvey survey = SmallSurvey();
+    const Medians medians = GoodMedians(survey);
+    Medians spreads;
+    spreads[WithArgument(kSetImage, kImageSizes[0])] = 0.04;
+    spreads[WithArgument(kOneRead, kImageSizes[0])] = 0.125;
+    const std::vector<Row> rows = TargetRows(medians, survey, GoodLaunches(), spreads);
+    const std::string measured = RowStarting(rows, "SET IMAGE, 1 MiB").measured;
+    EXPECT_NE(std::string::npos, measured.find("(spread \u00b14 % / \u00b112 %)")) << measured;
+    // Without a spread for one of its figures a row shows none.
+    EXPECT_EQ(std::string::npos, RowStarting(rows, "SET IMAGE, 64 MiB").measured.find("spread"));
 }
 
 }  // namespace

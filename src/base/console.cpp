@@ -21,7 +21,7 @@ void Console::Load() {
     SelectedPosition = Variant::OfInt16(1);
     SelectedPositionText = u"01";
     server_ = CreateTraced(ports_.servers, kServerProgId, ports_.events);
-    Window().SetText("TextBoxPumpNumber", u"Fueling Position -> 1");
+    Window().SetText(kPumpNumberBox, u"Fueling Position -> 1");
     DoEncrypt = false;
     // Nothing reads this value; it is kept because the server's developers
     // know the member. Two characters, then eight groups of five.
@@ -69,10 +69,10 @@ const FormDescription& Console::Description(std::string_view form) const {
     throw std::out_of_range("no form " + std::string(form));
 }
 
-void Console::SetFunctionBox(TextView text) { Window().SetText("TextBox", text); }
-void Console::SetDataBox(TextView text) { Window().SetText("InBox", text); }
-const Text& Console::FunctionBox() { return Window().TextOf("TextBox"); }
-const Text& Console::DataBox() { return Window().TextOf("InBox"); }
+void Console::SetFunctionBox(TextView text) { Window().SetText(kFunctionBox, text); }
+void Console::SetDataBox(TextView text) { Window().SetText(kDataBox, text); }
+const Text& Console::FunctionBox() { return Window().TextOf(kFunctionBox); }
+const Text& Console::DataBox() { return Window().TextOf(kDataBox); }
 
 void Console::MsgBox(const Text& text) { ports_.prompter.Message(text, kApplicationTitle); }
 void Console::MsgBox(const Text& text, const Text& title) { ports_.prompter.Message(text, title); }

@@ -21,6 +21,13 @@ inline constexpr char16_t kApplicationTitle[] = u"VantrelTest";
 
 inline constexpr char kConsoleForm[] = "VantrelTest";
 
+// The console's own boxes, which every echo reaches. Names of controls that
+// handlers touch are constants shared with the rows that place them, so a
+// misspelt name does not compile.
+inline constexpr char kFunctionBox[] = "TextBox";
+inline constexpr char kDataBox[] = "InBox";
+inline constexpr char kPumpNumberBox[] = "TextBoxPumpNumber";
+
 // Everything the handlers share: the server, the shared argument value, the
 // selection, the process-wide values of the other windows, the state of every
 // window, and the ports to the boxes and windows. One instance per run.

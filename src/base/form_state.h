@@ -62,7 +62,10 @@ private:
     std::vector<ControlState> controls_;  // in creation order
     // Every echo looks its box up by name among a hundred and more controls:
     // an open-addressed table of indices into controls_, a power of two in
-    // size and at most half full, probed from the name's hash.
+    // size and at most half full, probed from the name's hash. A seam for
+    // bench/run's "handler vs the same texts by plain appends" (at most 3x):
+    // iXCAT_FUNC measured 75 ns against 36 ns with it, 122 ns with a
+    // standard hashed map, 131 ns with an ordered one.
     std::vector<std::int32_t> slots_;
     Listener listener_;
 };

@@ -15,19 +15,19 @@ void AddShellControls(std::vector<Control>& controls) {
     headline.font = Font{"Tahoma", 9.75, true};
     controls.push_back(std::move(headline));
 
-    Control functionBox = TextBox("TextBox", u"Function Box", 1800, 480, 4935, 375);
+    Control functionBox = TextBox(kFunctionBox, u"Function Box", 1800, 480, 4935, 375);
     functionBox.centred = true;
     functionBox.readOnly = true;
     controls.push_back(std::move(functionBox));
 
-    Control dataBox = TextBox("InBox", {}, 3960, 1320, 2655, 3375);
+    Control dataBox = TextBox(kDataBox, {}, 3960, 1320, 2655, 3375);
     dataBox.multiLine = true;
     dataBox.scrollBars = ScrollBars::Both;
     dataBox.readOnly = true;
     controls.push_back(std::move(dataBox));
 
     controls.push_back(Label("FPLabel", u"Fueling Position Select", 6720, 600, 1695, 255).Back(0x00008000));
-    Control pumpNumber = TextBox("TextBoxPumpNumber", {}, 6720, 960, 1695, 285);
+    Control pumpNumber = TextBox(kPumpNumberBox, {}, 6720, 960, 1695, 285);
     pumpNumber.readOnly = true;
     controls.push_back(std::move(pumpNumber));
 

@@ -21,7 +21,7 @@ Text PositionInformation(Console& console, int position) {
 }  // namespace
 
 void PositionClick(Console& console, int position) {
-    console.Window().SetText("TextBoxPumpNumber", u"Fueling Position -> " + Decimal(position));
+    console.Window().SetText(kPumpNumberBox, u"Fueling Position -> " + Decimal(position));
     console.SelectedPosition = Variant::OfInt16(static_cast<std::int16_t>(position));
     console.SelectedPositionText = PositionText(position);
 }
@@ -30,8 +30,8 @@ void PositionDblClick(Console& console, int position) { console.SetDataBox(Posit
 
 void PositionGotFocus(Console& console, int position) {
     console.Window().SetBackColor(LabelName(position), kFocusedLabelColor);
-    // Round brackets for the first position only, as the original console
-    // writes it.
+    // Round brackets for the first position only: the server's developers
+    // know the first position's echo by them.
     console.SetFunctionBox(position == 1 ? u"(returned data)=<Object>.FuelingPositionInformation(passed data)"
                                          : u"<returned data>=<Object>.FuelingPositionInformation(passed data)");
     console.SetDataBox(PositionInformation(console, position));

@@ -15,23 +15,34 @@ constexpr char kSerialForm[] = "SerialPortPara";
 
 Text Digits(int number) { return FromUtf8(std::to_string(number)); }
 
+// Names of the options and labels, for their rows and their handlers alike.
+std::string DebugOptionName(int mode) { return "Select" + std::to_string(mode); }
+std::string DebugLabelName(int mode) { return "Label" + std::to_string(mode + 1); }
+std::string PortOptionName(int port) { return "oComm" + std::to_string(port); }
+std::string BaudOptionName(TextView rate) { return "oBR" + ToUtf8(rate); }
+constexpr char kPortFrame[] = "fCommPort";
+constexpr char kBaudFrame[] = "fBaudRate";
+
 // GetDebugSelect
 
 void DebugLoad(Console& console) {
+    static constexpr const char16_t* kTexts[] = {
+        u"Turn off Debug Mode",        u"Log File - Link Data Only",
+        u"Log File - OLE/DDE Only",
+        u"Log File - Link & OLE/DDE ",  // the trailing blank is the server team's
+        u"msgbox - OLE/DDE only",      u"msgbox - OLE/DDE & Link Data to Log File",
+    };
     FormState& form = console.Form(kDebugForm);
-    form.SetText("Label1", u"Turn off Debug Mode");
-    form.SetText("Label2", u"Log File - Link Data Only");
-    form.SetText("Label3", u"Log File - OLE/DDE Only");
-    form.SetText("Label4", u"Log File - Link & OLE/DDE ");  // the trailing blank is the server team's
-    form.SetText("Label5", u"msgbox - OLE/DDE only");
-    form.SetText("Label6", u"msgbox - OLE/DDE & Link Data to Log File");
+    for (int mode = 0; mode <= 5; ++mode) {
+        form.SetText(DebugLabelName(mode), kTexts[mode]);
+    }
 }
 
 void DebugOk(Console& console) {
     const FormState& form = console.Form(kDebugForm);
     // With nothing chosen the selection keeps what it had.
     for (int mode = 0; mode <= 5; ++mode) {
-        if (form.Checked("Select" + std::to_string(mode))) {
+        if (form.Checked(DebugOptionName(mode))) {
             console.DialogSelection = Digits(mode);
         }
     }
@@ -60,12 +71,12 @@ void BaudClick(Console& console, TextView rate) { console.DialogSelection += Bau
 void SerialOk(Console& console) {
     const FormState& options = console.Form(kSerialForm);
     for (int port = 1; port <= 4; ++port) {
-        if (options.Checked("oComm" + std::to_string(port))) {
+        if (options.Checked(PortOptionName(port))) {
             console.PortLine = PortNumberLine(port);
         }
     }
     for (const TextView rate : {u"19200", u"9600", u"4800", u"2400"}) {
-        if (options.Checked("oBR" + ToUtf8(rate))) {
+        if (options.Checked(BaudOptionName(rate))) {
             console.DialogSelection = console.PortLine + BaudRateLine(rate);
         }
     }
@@ -89,15 +100,15 @@ void SerialCancel(Console& console) {
 }
 
 Control PortOption(int port, int top) {
-    return OptionButton("oComm" + std::to_string(port), u"Comm Port " + Digits(port), 120, top, 1455, 375,
+    return OptionButton(PortOptionName(port), u"Comm Port " + Digits(port), 120, top, 1455, 375,
                         [port](Console& console) { PortClick(console, port); })
-        .In("fCommPort");
+        .In(kPortFrame);
 }
 
 Control BaudOption(const char16_t* rate, int top, int width) {
-    return OptionButton("oBR" + ToUtf8(rate), rate, 120, top, width, 375,
+    return OptionButton(BaudOptionName(rate), rate, 120, top, width, 375,
                         [rate](Console& console) { BaudClick(console, rate); })
-        .In("fBaudRate");
+        .In(kBaudFrame);
 }
 
 FormDescription Dialog(std::string name, Text caption, int width, int height, Color back, Handler load) {
@@ -114,11 +125,9 @@ FormDescription GetDebugSelectForm() {
         const int top = 240 + 480 * mode;
         // The captions are too narrow to show; the labels beside carry the
         // texts.
-        form.controls.push_back(OptionButton("Select" + std::to_string(mode),
-                                             mode == 0 ? Text(u"Select0") : u"Select " + Digits(mode), 240, top, 255,
-                                             255));
-        form.controls.push_back(
-            Label("Label" + std::to_string(mode + 1), u"Label" + Digits(mode + 1), 600, top, 3375, 255));
+        form.controls.push_back(OptionButton(
+            DebugOptionName(mode), mode == 0 ? Text(u"Select0") : u"Select " + Digits(mode), 240, top, 255, 255));
+        form.controls.push_back(Label(DebugLabelName(mode), u"Label" + Digits(mode + 1), 600, top, 3375, 255));
     }
     form.controls.push_back(CommandButton("cmdOK", u"OK", 840, 3120, 975, 495, DebugOk));
     form.controls.push_back(CommandButton("cmdCancel", u"Cancel", 2160, 3120, 975, 495, DebugCancel));
@@ -127,12 +136,12 @@ FormDescription GetDebugSelectForm() {
 
 FormDescription SerialPortParaForm() {
     FormDescription form = Dialog(kSerialForm, u"Serial Port Para", 5610, 2640, 0x00FF8080, SerialLoad);
-    form.controls.push_back(Frame("fCommPort", u"Comm Port Select", 120, 120, 1695, 2295));
+    form.controls.push_back(Frame(kPortFrame, u"Comm Port Select", 120, 120, 1695, 2295));
     form.controls.push_back(PortOption(1, 360));
     form.controls.push_back(PortOption(2, 840));
     form.controls.push_back(PortOption(3, 1320));
     form.controls.push_back(PortOption(4, 1800));
-    form.controls.push_back(Frame("fBaudRate", u"Baud Rate Selection", 2040, 120, 1815, 2295));
+    form.controls.push_back(Frame(kBaudFrame, u"Baud Rate Selection", 2040, 120, 1815, 2295));
     form.controls.push_back(BaudOption(u"19200", 360, 975));
     form.controls.push_back(BaudOption(u"9600", 840, 975));
     form.controls.push_back(BaudOption(u"4800", 1320, 975));

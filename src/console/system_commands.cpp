@@ -7,6 +7,8 @@ namespace vantrel {
 
 namespace {
 
+constexpr char kStressButton[] = "STRESS_BUTTON";
+
 // One key pad configuration of the stress traffic: the console's own key
 // layout, in the key pad's mixed form (LF alone after "KeyData=").
 void SendStressKeyPad(Console& console, const Text& readerPosition) {
@@ -52,10 +54,10 @@ void StressToggle(Console& console) {
     // written here the two agree.
     if (console.StressActive != 0) {
         console.StressActive = 0;
-        console.Window().SetBackColor("STRESS_BUTTON", kStressOffColor);
+        console.Window().SetBackColor(kStressButton, kStressOffColor);
     } else {
         console.StressActive = 1;
-        console.Window().SetBackColor("STRESS_BUTTON", kStressOnColor);
+        console.Window().SetBackColor(kStressButton, kStressOnColor);
     }
 }
 
@@ -78,7 +80,7 @@ void AddSystemControls(std::vector<Control>& controls) {
     controls.push_back(CommandButton("WindowControl", u"WindowControl", 2160, 1080, 1575, 255, WindowControl));
     controls.push_back(CommandButton("HELP_BUTTON", u"Help File", 2160, 1440, 1575, 255, HelpFile));
     controls.push_back(
-        CommandButton("STRESS_BUTTON", u"STRESS", 480, 2400, 855, 495, StressToggle).Graphical(kStressOffColor));
+        CommandButton(kStressButton, u"STRESS", 480, 2400, 855, 495, StressToggle).Graphical(kStressOffColor));
 }
 
 }  // namespace vantrel

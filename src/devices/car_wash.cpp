@@ -63,7 +63,7 @@ void CarWashCommandStatus(Console& console) {
     ReadIntoDeviceData(console, "CarWashOperationStatus");
 }
 
-void CodeBoxChange(Console& console) { console.CodeNumber = console.Form(kOtherDevicesForm).TextOf("CodeBox"); }
+void CodeBoxChange(Console& console) { console.CodeNumber = console.Form(kOtherDevicesForm).TextOf(kCodeBox); }
 
 void CarWashKeyRead(Console& console) { RequestCarWashData(console, u"ReturnKeyData"); }
 void CarWashPriceRead(Console& console) { RequestCarWashData(console, u"ReturnPriceData"); }
@@ -88,7 +88,7 @@ void AddCarWashControls(std::vector<Control>& controls) {
     controls.push_back(CommandButton("CARWASHREADDATABUTTON", u"READ DATA", 3000, 4320, 1935, 375, CarWashReadData));
     controls.push_back(Label("CODEBOXLABEL", u"CODE #", 3360, 4800, 1455, 255));
     // Typed by the technician; every change goes to CodeNumber.
-    controls.push_back(TextBox("CodeBox", {}, 3360, 5160, 1455, 375).OnChange(CodeBoxChange));
+    controls.push_back(TextBox(kCodeBox, {}, 3360, 5160, 1455, 375).OnChange(CodeBoxChange));
     controls.push_back(CommandButton("RFIDREADBUTTON", u"RFID READ", 2400, 5040, 855, 495, CarWashRfidRead));
     controls.push_back(CommandButton("KEYREADBUTTON", u"KEY READ", 2400, 5640, 855, 495, CarWashKeyRead));
     controls.push_back(CommandButton("CWCARDREADBUTTON", u"CARD READ", 3360, 5640, 855, 495, CarWashCardRead));

@@ -6,7 +6,7 @@
 namespace vantrel {
 
 void SetDeviceData(Console& console, Text text) {
-    console.Form(kOtherDevicesForm).SetText("DeviceData", std::move(text));
+    console.Form(kOtherDevicesForm).SetText(kDeviceData, std::move(text));
 }
 
 void ReadIntoDeviceData(Console& console, std::string_view member) {
@@ -46,7 +46,7 @@ FormDescription OtherDevicesForm() {
     AddPriceSignControls(c);
 
     c.push_back(Label("DeviceDataLabel", u"DEVICE DATA", 8400, 120, 1935, 375));
-    Control deviceData = TextBox("DeviceData", {}, 7440, 600, 3255, 3255);
+    Control deviceData = TextBox(kDeviceData, {}, 7440, 600, 3255, 3255);
     deviceData.multiLine = true;
     deviceData.scrollBars = ScrollBars::Both;
     deviceData.readOnly = true;  // its exact text lives in the model, as the console's data box

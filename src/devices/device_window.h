@@ -10,6 +10,10 @@ namespace vantrel {
 
 class Console;
 
+// Controls of the window that commands read or write.
+inline constexpr char kDeviceData[] = "DeviceData";
+inline constexpr char kCodeBox[] = "CodeBox";
+
 // The echo of every assignment to CarWashInformationRequest.
 inline constexpr char16_t kCarWashRequestEcho[] = u"<Object>.CarWashInformationRequest = <data>";
 

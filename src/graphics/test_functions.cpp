@@ -9,7 +9,7 @@
 #include "graphics/file_table.h"
 #include "graphics/graphics.h"
 #include "graphics/local_path.h"
-#include "server/large_text.h"
+#include "graphics/large_text.h"
 #include "server/packet_block.h"
 
 #include <algorithm>

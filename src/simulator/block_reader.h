@@ -2,6 +2,7 @@
 
 #include "block_parser.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,6 +34,17 @@ public:
 
     // Everything from the value of the line just taken to the end of the body.
     TextView RestFromLastLine() const;
+
+    // Typed lines; each records its problem and gives nothing when the line
+    // does not fit.
+    // "FuelingPosition=07" or "ReaderPosition=07": two digits 01 to 32.
+    std::optional<int> Position(std::string_view key);
+    // minDigits to maxDigits decimal digits, at most highest.
+    std::optional<std::int64_t> Number(std::string_view key, std::size_t minDigits, std::size_t maxDigits,
+                                       std::int64_t highest);
+    // A unit price in thousandths of the currency a litre: "1459" as the
+    // fixed blocks write it, or "1.459" as a technician may type it.
+    std::optional<std::int64_t> Price(std::string_view key);
 
     // Records a problem about the line just taken (the first one sticks).
     void Fail(const std::string& message);

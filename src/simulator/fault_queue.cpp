@@ -3,22 +3,22 @@
 namespace vantrel::simulation {
 
 void FaultQueue::QueueAnswer(MemberId member, Variant answer) {
-    outcomes_[static_cast<std::size_t>(member)].push_back(std::move(answer));
+    outcomes_[member].push_back(std::move(answer));
     ++pending_;
 }
 
 void FaultQueue::QueueFailure(MemberId member, RuntimeError error) {
-    outcomes_[static_cast<std::size_t>(member)].push_back(std::move(error));
+    outcomes_[member].push_back(std::move(error));
     ++pending_;
 }
 
 void FaultQueue::QueueDelay(MemberId member, Milliseconds delay) {
-    delays_[static_cast<std::size_t>(member)].push_back(delay);
+    delays_[member].push_back(delay);
     ++pending_;
 }
 
 Milliseconds FaultQueue::TakeDelay(MemberId member) {
-    auto& delays = delays_[static_cast<std::size_t>(member)];
+    auto& delays = delays_[member];
     if (delays.empty()) {
         return Milliseconds(0);
     }
@@ -29,7 +29,7 @@ Milliseconds FaultQueue::TakeDelay(MemberId member) {
 }
 
 bool FaultQueue::TakeOutcome(MemberId member, Variant& answer) {
-    auto& outcomes = outcomes_[static_cast<std::size_t>(member)];
+    auto& outcomes = outcomes_[member];
     if (outcomes.empty()) {
         return false;
     }
@@ -67,8 +67,8 @@ std::string DescribeAnswer(const Variant& answer) {
 
 std::vector<std::string> FaultQueue::Describe() const {
     std::vector<std::string> lines;
-    for (std::size_t i = 0; i < kMemberCount; ++i) {
-        const std::string name(Info(static_cast<MemberId>(i)).name);
+    for (std::size_t i = 0; i < Members().size(); ++i) {
+        const std::string name(Info(i).name);
         for (const Milliseconds delay : delays_[i]) {
             lines.push_back(name + ": late by " + std::to_string(delay.count()) + " ms");
         }

@@ -5,7 +5,6 @@
 #include "server/runtime_error.h"
 #include "server/variant.h"
 
-#include <array>
 #include <deque>
 #include <string>
 #include <variant>
@@ -33,8 +32,8 @@ public:
 
 private:
     using Outcome = std::variant<Variant, RuntimeError>;
-    std::array<std::deque<Outcome>, kMemberCount> outcomes_;
-    std::array<std::deque<Milliseconds>, kMemberCount> delays_;
+    std::vector<std::deque<Outcome>> outcomes_ = std::vector<std::deque<Outcome>>(Members().size());
+    std::vector<std::deque<Milliseconds>> delays_ = std::vector<std::deque<Milliseconds>>(Members().size());
     std::size_t pending_ = 0;
 };
 

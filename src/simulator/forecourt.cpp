@@ -210,4 +210,54 @@ std::string Forecourt::SendPacket(int number, TextView data) {
 
 std::string Forecourt::EnterWashCode(TextView code) { return carWash.EnterCode(code, now_); }
 
+std::optional<int> Forecourt::PositionOf(TextView text) {
+    const auto number = ParseDigits(text, 2, 2);
+    if (!number || *number < 1 || *number > kPositions) {
+        return std::nullopt;
+    }
+    return static_cast<int>(*number);
+}
+
+std::string Forecourt::StopAt(TextView value) {
+    if (value == u"0") {
+        for (FuelingPosition& each : positions_) {
+            each.Stop();
+        }
+        return {};
+    }
+    const auto number = PositionOf(value);
+    if (!number) {
+        return Quoted(value) + " is not a fueling position (01 to 32, or 0 for all)";
+    }
+    position(*number).Stop();
+    return {};
+}
+
+std::string Forecourt::ResumeAt(TextView value) {
+    const auto number = PositionOf(value);
+    return number ? position(*number).Resume() : Quoted(value) + " is not a fueling position (01 to 32)";
+}
+
+std::string Forecourt::DeauthorizeAt(TextView value) {
+    const auto number = PositionOf(value);
+    return number ? position(*number).Deauthorize() : Quoted(value) + " is not a fueling position (01 to 32)";
+}
+
+std::string Forecourt::PayOutAt(TextView value) {
+    const auto number = PositionOf(value);
+    return number ? position(*number).PayOut() : Quoted(value) + " is not a fueling position (01 to 32)";
+}
+
+std::string Forecourt::ReceivePacketBlock(TextView block) {
+    const PacketParse parsed = ParsePacketBlock(block);
+    if (!parsed.problem.empty()) {
+        return parsed.problem;
+    }
+    const auto number = PositionOf(parsed.packet.position);
+    if (!number) {
+        return "ReaderPosition=" + Readable(parsed.packet.position) + " is not a fueling position (01 to 32)";
+    }
+    return reader(*number).ReceivePacket(parsed.packet.data);
+}
+
 }  // namespace vantrel::simulation

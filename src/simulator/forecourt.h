@@ -9,6 +9,7 @@
 #include "site_devices.h"
 
 #include <cstdint>
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -68,6 +69,14 @@ public:
     std::string SendPacket(int position, TextView data);
     std::string EnterWashCode(TextView code);
 
+    // Members addressed by a bare position text ("07"), or by a packet
+    // block: an empty text when done, else why not.
+    std::string StopAt(TextView position);  // "0" stops every position
+    std::string ResumeAt(TextView position);
+    std::string DeauthorizeAt(TextView position);
+    std::string PayOutAt(TextView position);
+    std::string ReceivePacketBlock(TextView block);  // PacketQueOutput
+
     EventQueues queues;
     CarWash carWash;
     PriceSign priceSign;
@@ -79,6 +88,8 @@ public:
 private:
     void MoveFuel(Milliseconds to);
     static std::string CheckPosition(int position);
+    // The position of a bare two-digit text, or nothing.
+    static std::optional<int> PositionOf(TextView text);
 
     std::vector<FuelingPosition> positions_;
     std::vector<ReaderTerminal> readers_;

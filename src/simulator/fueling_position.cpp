@@ -3,6 +3,7 @@
 #include "answer_text.h"
 #include "block_parser.h"
 #include "server/command_block.h"
+#include "block_reader.h"
 
 #include <algorithm>
 
@@ -328,6 +329,39 @@ Text FuelingPosition::DispenserInformation() const {
         .Add("LastSaleVolume", Litres(last_.microlitres))
         .Add("LastSaleAmount", Money(last_.cents));
     return answer.Take();
+}
+
+std::string FuelingPosition::ReadAuthorize(BlockReader& block) {
+    const auto hose = block.Take("Hose");
+    const auto mop = block.Take("MOP");
+    const auto limit = block.Take("Limit");
+    block.ExpectEnd();
+    return block.ok() ? Authorize(*hose, *mop, *limit) : std::string();
+}
+
+std::string FuelingPosition::ReadPrices(BlockReader& block) {
+    const auto slowdown = block.Number("SlowdownPoint", 1, 4, 9999);
+    std::array<HosePrice, kMaxHoses> prices{};
+    int count = 0;
+    unsigned seen = 0;
+    while (block.ok() && !block.AtEnd()) {
+        const auto hose = block.Number("Hose", 1, 1, kMaxHoses);
+        if (block.ok() && (*hose == 0 || (seen >> *hose) & 1u)) {
+            block.Fail(*hose == 0 ? "Hose=0 has no price" : "Hose=" + std::to_string(*hose) + " comes twice");
+        }
+        const auto tier1 = block.Price("Tier1");
+        const auto tier2 = block.Price("Tier2");
+        std::optional<std::int64_t> blend;
+        if (block.ok() && block.NextIs("Blend")) {
+            blend = block.Number("Blend", 3, 3, 100);
+        }
+        if (block.ok()) {
+            seen |= 1u << *hose;
+            prices[static_cast<std::size_t>(count++)] = {static_cast<int>(*hose), *tier1, *tier2,
+                                                         blend ? static_cast<int>(*blend) : -1};
+        }
+    }
+    return block.ok() ? SetPrices(*slowdown, prices.data(), count) : std::string();
 }
 
 }  // namespace vantrel::simulation

@@ -11,6 +11,8 @@
 
 namespace vantrel::simulation {
 
+class BlockReader;
+
 inline constexpr int kPositions = 32;
 inline constexpr int kMaxHoses = 8;
 inline constexpr int kTanks = 4;
@@ -75,6 +77,12 @@ public:
     std::string Resume();
     std::string Deauthorize();
     std::string PayOut();
+
+    // The blocks of the members that drive a position, read after their
+    // "FuelingPosition=" line. A problem with the block stays in the reader;
+    // otherwise what the command said.
+    std::string ReadAuthorize(BlockReader& block);  // Authorize
+    std::string ReadPrices(BlockReader& block);     // Price
 
     // Forecourt events; a refusal is the technician's mistake, not the
     // controller's, so it goes back to whoever asked.

@@ -4,6 +4,7 @@
 #include "display_picture.h"
 #include "server/command_block.h"
 #include "server_settings.h"
+#include "block_reader.h"
 
 #include <array>
 #include <string_view>
@@ -203,6 +204,56 @@ Text ReaderTerminal::Information(const PreloadedMessages& messages) const {
         .Add("PreloadedCardMessages", messages.Loaded(messages.card))
         .Add("PreloadedPrinterMessages", messages.Loaded(messages.printer));
     return answer.Take();
+}
+
+std::string ReaderTerminal::ReadDisplay(BlockReader& block) {
+    block.Take("Message");
+    return block.ok() ? Show(block.RestFromLastLine()) : std::string();
+}
+
+std::string ReaderTerminal::ReadPrint(BlockReader& block) {
+    const auto job = block.Take("Job");
+    block.Take("Message");
+    return block.ok() ? Print(*job, block.RestFromLastLine()) : std::string();
+}
+
+std::string ReaderTerminal::ReadBeeper(BlockReader& block) {
+    const auto count = block.Number("BeepCounts", 2, 2, 99);
+    block.ExpectEnd();
+    if (block.ok()) {
+        Beep(static_cast<int>(*count));
+    }
+    return {};
+}
+
+std::string ReaderTerminal::ReadEntryMode(BlockReader& block) {
+    const auto mode = block.Take("EntryMode");
+    block.ExpectEnd();
+    return block.ok() ? SetEntryMode(*mode) : std::string();
+}
+
+std::string ReaderTerminal::ReadKeyPad(BlockReader& block) {
+    const auto keys = block.Take("KeyData");
+    block.ExpectEnd();
+    if (block.ok() && keys->empty()) {
+        block.Fail("KeyData= is empty");
+    }
+    if (block.ok()) {
+        SetKeyPad(*keys);
+    }
+    return {};
+}
+
+std::string ReaderTerminal::ReadChipReader(BlockReader& block) {
+    const auto control = block.Take("ChipReaderControl");
+    if (control && *control != u"Enable" && *control != u"Disable") {
+        block.Fail("ChipReaderControl=" + Readable(*control) + " is neither Enable nor Disable");
+    }
+    block.ExpectEnd();
+    if (block.ok()) {
+        SetChipReader(*control == u"Enable");
+    }
+    return {};
 }
 
 }  // namespace vantrel::simulation

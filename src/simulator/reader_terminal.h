@@ -7,6 +7,7 @@
 
 namespace vantrel::simulation {
 
+class BlockReader;
 struct PreloadedMessages;
 
 // The card acceptance terminal built into the dispenser at one position:
@@ -23,6 +24,16 @@ public:
     void SetKeyPad(TextView keys) { keyPad_.assign(keys); }
     void SetChipReader(bool enabled) { chipReader_ = enabled; }
     std::string ReceivePacket(TextView data);
+
+    // The blocks of the members that drive a terminal, read after their
+    // "ReaderPosition=" line. A problem with the block stays in the reader;
+    // otherwise what the command said.
+    std::string ReadDisplay(BlockReader& block);     // DisplayData
+    std::string ReadPrint(BlockReader& block);       // PrintOutput
+    std::string ReadBeeper(BlockReader& block);      // BeeperControl
+    std::string ReadEntryMode(BlockReader& block);   // KeyEntryType
+    std::string ReadKeyPad(BlockReader& block);      // KeyPadConfiguration
+    std::string ReadChipReader(BlockReader& block);  // ReaderControl
 
     // What a key entry at this terminal yields for the key queue: the keys as
     // pressed, or a PIN block under DES encryption.

@@ -9,6 +9,8 @@
 
 namespace vantrel::simulation {
 
+class BlockReader;
+
 struct PreloadedMessage {
     bool loaded = false;
     int section = 0;
@@ -22,6 +24,8 @@ struct PreloadedMessages {
     std::array<PreloadedMessage, kNumbers> printer;
 
     int Loaded(const std::array<PreloadedMessage, kNumbers>& kind) const;
+    // A PreloadDisplayMessage block; a problem stays in the reader.
+    void Read(BlockReader& block);
 };
 
 // What belongs to the server itself: its window, its link to the forecourt,
@@ -39,6 +43,11 @@ public:
     bool DiagnosticsBusy(Milliseconds now) const { return diagnosticsUntil_ > now; }
 
     Text Versions() const;
+
+    // The WindowControl and SerialPortParameters blocks; a problem stays in
+    // the reader.
+    void ReadWindowControl(BlockReader& block);
+    void ReadSerialPort(BlockReader& block);
 
 private:
     bool windowVisible_ = false;

@@ -31,9 +31,8 @@ std::optional<Simulator::Style> Simulator::StyleOf(std::string_view member) cons
 
 std::vector<std::pair<std::string, Simulator::Style>> Simulator::Members() const {
     std::vector<std::pair<std::string, Style>> members;
-    for (std::size_t i = 0; i < simulation::kMemberCount; ++i) {
-        const simulation::MemberInfo& info = Info(static_cast<MemberId>(i));
-        members.emplace_back(std::string(info.name), info.style);
+    for (const simulation::Member& member : simulation::Members()) {
+        members.emplace_back(std::string(member.name), member.style);
     }
     const auto lower = [](std::string name) {
         std::transform(name.begin(), name.end(), name.begin(),
@@ -87,7 +86,7 @@ void Simulator::Put(std::string_view member, const Variant& value) {
     Faulted(id, unused);
     Update();
     Remember(id, value);
-    Assign(id, value);
+    Report(id, Info(id).assign(*forecourt_, value));
 }
 
 Variant Simulator::Call(std::string_view member) {
@@ -100,7 +99,7 @@ Variant Simulator::Call(std::string_view member) {
         return answer;
     }
     Update();
-    return Answer(*id);
+    return Info(*id).answer(*forecourt_);
 }
 
 Variant Simulator::Call(std::string_view member, const Variant& argument) {
@@ -110,7 +109,12 @@ Variant Simulator::Call(std::string_view member, const Variant& argument) {
         return answer;
     }
     Update();
-    return AnswerAbout(id, ToInt16(argument));
+    const int position = ToInt16(argument);
+    if (position < 1 || position > simulation::kPositions) {
+        Report(id, "there is no fueling position " + std::to_string(position) + " (1 to 32)");
+        return Variant::OfText({});
+    }
+    return Info(id).about(*forecourt_, position);
 }
 
 // The server reads the position and writes nothing back.

@@ -84,21 +84,13 @@ private:
     void Remember(MemberId member, const Variant& value);
     void Report(MemberId member, const std::string& problem);
 
-    // simulator_commands.cpp: what an assignment does to the model.
-    void Assign(MemberId member, const Variant& value);
-    void AssignBlock(MemberId member, TextView block);
-    void AssignSaleControl(MemberId member, TextView value);
-    // simulator_answers.cpp: what a call answers.
-    Variant Answer(MemberId member);
-    Variant AnswerAbout(MemberId member, int position);
-
     std::unique_ptr<simulation::Clock> clock_;
     simulation::ManualClock* manual_ = nullptr;
     std::unique_ptr<simulation::Forecourt> forecourt_;
     simulation::FaultQueue faults_;
 
     struct Assignment {
-        MemberId member = MemberId::Authorize;
+        MemberId member = 0;
         Variant value;
     };
     static constexpr std::size_t kRecent = 16;

@@ -108,4 +108,16 @@ Text TankMonitor::Status() const {
     return AnswerText().Add("ReportStatus", !started_ ? "Idle" : busy_ ? "Busy" : "Complete").Take();
 }
 
+std::string TankMonitor::ReadStart(const Variant& value, Milliseconds now) {
+    const bool number =
+        value.is(Variant::Kind::Int16) || value.is(Variant::Kind::Int32) || value.is(Variant::Kind::Double);
+    const bool one = value.int16() == 1 || value.int32() == 1 || value.real() == 1.0;
+    if (!number || !one) {
+        return "the report starts with the number 1, not " +
+               (number ? std::string("the number ") + ToUtf8(ToText(value)) : std::string("a value that is no number"));
+    }
+    Start(now);
+    return {};
+}
+
 }  // namespace vantrel::simulation

@@ -4,6 +4,7 @@
 #include "clock.h"
 #include "fueling_position.h"
 #include "server/text.h"
+#include "server/variant.h"
 
 #include <array>
 #include <cstdint>
@@ -35,6 +36,9 @@ public:
     void Draw(int tank, std::int64_t microlitres);
     // A report that is already running is started afresh.
     void Start(Milliseconds now);
+    // TankMonitorStartReport: the number 1 starts a report; anything else
+    // is refused with the reason.
+    std::string ReadStart(const Variant& value, Milliseconds now);
     // When a running report ends; the largest time when none runs.
     Milliseconds dueAt() const { return busy_ ? completesAt_ : Milliseconds::max(); }
     void Complete();

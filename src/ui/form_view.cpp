@@ -50,8 +50,8 @@ void UseFace(QFont& font, const QString& named, const QString& standIn) {
 }  // namespace
 
 QFont FormFont() {
-    // The layouts were drawn for a narrow 8-point sans serif font, about 11
-    // pixels; wider faces would wrap captions that fit in the original.
+    // The forms' twips suit a narrow 8-point sans serif font, about 11
+    // pixels; wider faces would wrap captions that fit their buttons.
     QFont font = QApplication::font();
     UseFace(font, QStringLiteral("MS Sans Serif"), QStringLiteral("DejaVu Sans Condensed"));
     font.setPixelSize(11);

@@ -178,10 +178,8 @@ QWidget* SimulatorWindow::MakeFaultBox() {
     auto* box = new QGroupBox(tr("Faults for the next call"), this);
     auto* grid = new QGridLayout(box);
     member_ = Named(new QComboBox(box), "FaultMember");
-    for (std::size_t i = 0; i < simulation::kMemberCount; ++i) {
-        member_->addItem(
-            QString::fromLatin1(simulation::Info(static_cast<simulation::MemberId>(i)).name.data(),
-                                static_cast<int>(simulation::Info(static_cast<simulation::MemberId>(i)).name.size())));
+    for (const simulation::Member& member : simulation::Members()) {
+        member_->addItem(QString::fromLatin1(member.name.data(), static_cast<int>(member.name.size())));
     }
     outcome_ = Named(new QComboBox(box), "FaultOutcome");
     outcome_->addItems({tr("fail with error"), tr("answer an empty text"), tr("answer a text that is no number"),

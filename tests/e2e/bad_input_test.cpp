@@ -196,8 +196,9 @@ void EveryKind(std::vector<Case>& cases, const std::string& box, const std::func
         {"NoNumber", [noNumber] { return Entry(noNumber); }},
         {"OutOfRange", [outOfRange] { return Entry(outOfRange); }},
     };
-    for (const auto& [kind, entry] : kinds) {
-        cases.push_back({box + "_" + kind, [make, entry] { return make(entry()); }});
+    for (const auto& kindAndEntry : kinds) {
+        const auto& entry = kindAndEntry.second;
+        cases.push_back({box + "_" + kindAndEntry.first, [make, entry] { return make(entry()); }});
     }
 }
 

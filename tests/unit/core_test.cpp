@@ -8,7 +8,9 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace vantrel {
 namespace {
@@ -105,6 +107,35 @@ TEST(Trace, WritesEveryValueKindAndControlCharacterAsJson) {
     EXPECT_EQ(R"({"bool":false})", ToJson(Variant::OfBoolean(false)));
     EXPECT_EQ(R"({"null":true})", ToJson(Variant::Null()));
     EXPECT_EQ(R"({"text":"\u00e9\"\\"})", ToJson(Variant::OfText(u"\u00e9\"\\")));
+}
+
+// Counts what reaches it, like the trace file and the call monitor.
+class CountingListener final : public CallListener {
+public:
+    void OnEvent(const CallEvent& event) override { events.push_back(event); }
+    std::vector<CallEvent> events;
+};
+
+TEST(TracedObject, CallsReachTheServerWhetherOrNotAnyoneListens) {
+    auto recording = std::make_unique<testing::RecordingServer>();
+    testing::RecordingServer& server = *recording;
+    CallEvents events;
+    TracedObject traced(std::move(recording), events);
+
+    traced.Put("Authorize", Variant::OfText(u"FuelingPosition=01\r\n"));
+    Variant position = Variant::OfInt16(3);
+    traced.CallByRef("DispenserInformation", position);
+    ASSERT_EQ(2u, server.calls.size());  // nobody listened, and both went out
+    EXPECT_EQ("Authorize", server.calls[0].member);
+
+    CountingListener listener;
+    events.Add(&listener);
+    traced.Put("Price", Variant::OfText(u"Hose=1\r\n"));
+    traced.Call("SystemVersions");
+    ASSERT_EQ(2u, listener.events.size());
+    EXPECT_EQ(Variant::OfText(u"Hose=1\r\n"), listener.events[0].argument);
+    EXPECT_EQ("SystemVersions", listener.events[1].member);
+    EXPECT_EQ(4u, server.calls.size());
 }
 
 }  // namespace
