@@ -51,98 +51,94 @@ std::string AtReader(Forecourt& site, BlockReader& block) {
     return position ? (site.reader(*position).*Read)(block) : std::string();
 }
 
+// One maker per style, so that each row carries the one action its style
+// needs and no other.
+constexpr Member Assigned(std::string_view name, std::string (*assign)(Forecourt&, const Variant&)) {
+    return {name, Assignment, assign, nullptr, nullptr};
+}
+constexpr Member Answers(std::string_view name, MemberStyle style, Variant (*answer)(Forecourt&)) {
+    return {name, style, nullptr, answer, nullptr};
+}
+constexpr Member AnswersAbout(std::string_view name, Variant (*about)(Forecourt&, int)) {
+    return {name, WithPosition, nullptr, nullptr, about};
+}
+
 constexpr std::array kMembers{
     // Assignments.
-    Member{"Authorize", Assignment, Block<AtPosition<&FuelingPosition::ReadAuthorize>>},
-    Member{"Price", Assignment, Block<AtPosition<&FuelingPosition::ReadPrices>>},
-    Member{"DisplayData", Assignment, Block<AtReader<&ReaderTerminal::ReadDisplay>>},
-    Member{"PrintOutput", Assignment, Block<AtReader<&ReaderTerminal::ReadPrint>>},
-    Member{"BeeperControl", Assignment, Block<AtReader<&ReaderTerminal::ReadBeeper>>},
-    Member{"KeyEntryType", Assignment, Block<AtReader<&ReaderTerminal::ReadEntryMode>>},
-    Member{"KeyPadConfiguration", Assignment, Block<AtReader<&ReaderTerminal::ReadKeyPad>>},
-    Member{"PacketQueOutput", Assignment, OfText<&Forecourt::ReceivePacketBlock>},
-    Member{"PreloadDisplayMessage", Assignment, Block<[](Forecourt& site, BlockReader& block) {
-               site.preloaded.Read(block);
-               return std::string();
-           }>},
-    Member{"WindowControl", Assignment, Block<[](Forecourt& site, BlockReader& block) {
-               site.settings.ReadWindowControl(block);
-               return std::string();
-           }>},
-    Member{"SerialPortParameters", Assignment, Block<[](Forecourt& site, BlockReader& block) {
-               site.settings.ReadSerialPort(block);
-               return std::string();
-           }>},
-    Member{"CarWashInformationRequest", Assignment,
-           Block<[](Forecourt& site, BlockReader& block) { return site.carWash.Request(block, site.now()); }>},
-    Member{"PriceSignDataSend", Assignment,
-           Block<[](Forecourt& site, BlockReader& block) { return site.priceSign.Send(block); }>},
-    Member{"ReaderControl", Assignment, Block<AtReader<&ReaderTerminal::ReadChipReader>>},
-    Member{"Stop", Assignment, OfText<&Forecourt::StopAt>},
-    Member{"Deauthorize", Assignment, OfText<&Forecourt::DeauthorizeAt>},
-    Member{"Resume", Assignment, OfText<&Forecourt::ResumeAt>},
-    Member{"PayOutSale", Assignment, OfText<&Forecourt::PayOutAt>},
-    Member{"TankMonitorStartReport", Assignment,
-           [](Forecourt& site, const Variant& value) { return site.tanks.ReadStart(value, site.now()); }},
+    Assigned("Authorize", Block<AtPosition<&FuelingPosition::ReadAuthorize>>),
+    Assigned("Price", Block<AtPosition<&FuelingPosition::ReadPrices>>),
+    Assigned("DisplayData", Block<AtReader<&ReaderTerminal::ReadDisplay>>),
+    Assigned("PrintOutput", Block<AtReader<&ReaderTerminal::ReadPrint>>),
+    Assigned("BeeperControl", Block<AtReader<&ReaderTerminal::ReadBeeper>>),
+    Assigned("KeyEntryType", Block<AtReader<&ReaderTerminal::ReadEntryMode>>),
+    Assigned("KeyPadConfiguration", Block<AtReader<&ReaderTerminal::ReadKeyPad>>),
+    Assigned("PacketQueOutput", OfText<&Forecourt::ReceivePacketBlock>),
+    Assigned("PreloadDisplayMessage", Block<[](Forecourt& site, BlockReader& block) {
+                 site.preloaded.Read(block);
+                 return std::string();
+             }>),
+    Assigned("WindowControl", Block<[](Forecourt& site, BlockReader& block) {
+                 site.settings.ReadWindowControl(block);
+                 return std::string();
+             }>),
+    Assigned("SerialPortParameters", Block<[](Forecourt& site, BlockReader& block) {
+                 site.settings.ReadSerialPort(block);
+                 return std::string();
+             }>),
+    Assigned("CarWashInformationRequest",
+             Block<[](Forecourt& site, BlockReader& block) { return site.carWash.Request(block, site.now()); }>),
+    Assigned("PriceSignDataSend",
+             Block<[](Forecourt& site, BlockReader& block) { return site.priceSign.Send(block); }>),
+    Assigned("ReaderControl", Block<AtReader<&ReaderTerminal::ReadChipReader>>),
+    Assigned("Stop", OfText<&Forecourt::StopAt>),
+    Assigned("Deauthorize", OfText<&Forecourt::DeauthorizeAt>),
+    Assigned("Resume", OfText<&Forecourt::ResumeAt>),
+    Assigned("PayOutSale", OfText<&Forecourt::PayOutAt>),
+    Assigned("TankMonitorStartReport",
+             [](Forecourt& site, const Variant& value) { return site.tanks.ReadStart(value, site.now()); }),
     // Calls that answer a text.
-    Member{"CardQue", Text, nullptr, [](Forecourt& site) { return Answer(site.queues.CardAnswer()); }},
-    Member{"CashInQue", Text, nullptr, [](Forecourt& site) { return Answer(site.queues.CashAnswer()); }},
-    Member{"KeyQue", Text, nullptr, [](Forecourt& site) { return Answer(site.queues.KeyAnswer()); }},
-    Member{"PacketQueInput", Text, nullptr, [](Forecourt& site) { return Answer(site.queues.PacketAnswer()); }},
-    Member{"QueCountQuery", Text, nullptr, [](Forecourt& site) { return Answer(site.queues.CountAnswer()); }},
-    Member{"ReadErrorQue", Text, nullptr, [](Forecourt& site) { return Answer(site.queues.ErrorAnswer()); }},
-    Member{"SystemVersions", Text, nullptr, [](Forecourt& site) { return Answer(site.settings.Versions()); }},
-    Member{"CarWashRequestStatus", Text, nullptr,
-           [](Forecourt& site) { return Answer(site.carWash.RequestStatus(site.now())); }},
-    Member{"CarWashDataRead", Text, nullptr, [](Forecourt& site) { return Answer(site.carWash.DataRead(site.now())); }},
-    Member{"CarWashOperationStatus", Text, nullptr,
-           [](Forecourt& site) { return Answer(site.carWash.OperationStatus(site.now())); }},
-    Member{"PriceSignDataRead", Text, nullptr, [](Forecourt& site) { return Answer(site.priceSign.Read()); }},
-    Member{"TankMonitorReport", Text, nullptr, [](Forecourt& site) { return Answer(site.tanks.Report()); }},
-    Member{"TankMonitorReportStatus", Text, nullptr, [](Forecourt& site) { return Answer(site.tanks.Status()); }},
+    Answers("CardQue", Text, [](Forecourt& site) { return Answer(site.queues.CardAnswer()); }),
+    Answers("CashInQue", Text, [](Forecourt& site) { return Answer(site.queues.CashAnswer()); }),
+    Answers("KeyQue", Text, [](Forecourt& site) { return Answer(site.queues.KeyAnswer()); }),
+    Answers("PacketQueInput", Text, [](Forecourt& site) { return Answer(site.queues.PacketAnswer()); }),
+    Answers("QueCountQuery", Text, [](Forecourt& site) { return Answer(site.queues.CountAnswer()); }),
+    Answers("ReadErrorQue", Text, [](Forecourt& site) { return Answer(site.queues.ErrorAnswer()); }),
+    Answers("SystemVersions", Text, [](Forecourt& site) { return Answer(site.settings.Versions()); }),
+    Answers("CarWashRequestStatus", Text,
+            [](Forecourt& site) { return Answer(site.carWash.RequestStatus(site.now())); }),
+    Answers("CarWashDataRead", Text, [](Forecourt& site) { return Answer(site.carWash.DataRead(site.now())); }),
+    Answers("CarWashOperationStatus", Text,
+            [](Forecourt& site) { return Answer(site.carWash.OperationStatus(site.now())); }),
+    Answers("PriceSignDataRead", Text, [](Forecourt& site) { return Answer(site.priceSign.Read()); }),
+    Answers("TankMonitorReport", Text, [](Forecourt& site) { return Answer(site.tanks.Report()); }),
+    Answers("TankMonitorReportStatus", Text, [](Forecourt& site) { return Answer(site.tanks.Status()); }),
     // Calls that answer a 16-bit number.
-    Member{"ClearTopCardQue", Numeric, nullptr, [](Forecourt& site) { return Count(site.queues.ClearTopCard()); }},
-    Member{"ClearTopCashQue", Numeric, nullptr, [](Forecourt& site) { return Count(site.queues.ClearTopCash()); }},
-    Member{"ClearTopKeyQue", Numeric, nullptr, [](Forecourt& site) { return Count(site.queues.ClearTopKey()); }},
-    Member{"ClearErrorQue", Numeric, nullptr, [](Forecourt& site) { return Count(site.queues.ClearErrors()); }},
-    Member{"ClearPacketEntry", Numeric, nullptr, [](Forecourt& site) { return Count(site.queues.ClearTopPacket()); }},
-    Member{"InvokeHelpFile", Numeric, nullptr,
-           [](Forecourt& site) {
-               site.settings.OpenHelp();
-               return Count(0);
-           }},
-    Member{"SelfDiagnosticsReportStart", Numeric, nullptr,
-           [](Forecourt& site) {
-               site.settings.StartDiagnostics(site.now());
-               return Count(0);
-           }},
-    Member{"SelfDiagnosticsReportStatus", Numeric, nullptr,
-           [](Forecourt& site) { return Count(site.settings.DiagnosticsBusy(site.now()) ? 1 : 0); }},
+    Answers("ClearTopCardQue", Numeric, [](Forecourt& site) { return Count(site.queues.ClearTopCard()); }),
+    Answers("ClearTopCashQue", Numeric, [](Forecourt& site) { return Count(site.queues.ClearTopCash()); }),
+    Answers("ClearTopKeyQue", Numeric, [](Forecourt& site) { return Count(site.queues.ClearTopKey()); }),
+    Answers("ClearErrorQue", Numeric, [](Forecourt& site) { return Count(site.queues.ClearErrors()); }),
+    Answers("ClearPacketEntry", Numeric, [](Forecourt& site) { return Count(site.queues.ClearTopPacket()); }),
+    Answers("InvokeHelpFile", Numeric,
+            [](Forecourt& site) {
+                site.settings.OpenHelp();
+                return Count(0);
+            }),
+    Answers("SelfDiagnosticsReportStart", Numeric,
+            [](Forecourt& site) {
+                site.settings.StartDiagnostics(site.now());
+                return Count(0);
+            }),
+    Answers("SelfDiagnosticsReportStatus", Numeric,
+            [](Forecourt& site) { return Count(site.settings.DiagnosticsBusy(site.now()) ? 1 : 0); }),
     // Calls about one position.
-    Member{"FuelingPositionInformation", WithPosition, nullptr, nullptr,
-           [](Forecourt& site, int position) { return Answer(site.position(position).Information()); }},
-    Member{"DispenserInformation", WithPosition, nullptr, nullptr,
-           [](Forecourt& site, int position) { return Answer(site.position(position).DispenserInformation()); }},
-    Member{"ReaderInformation", WithPosition, nullptr, nullptr,
-           [](Forecourt& site, int position) { return Answer(site.reader(position).Information(site.preloaded)); }},
+    AnswersAbout("FuelingPositionInformation",
+                 [](Forecourt& site, int position) { return Answer(site.position(position).Information()); }),
+    AnswersAbout("DispenserInformation",
+                 [](Forecourt& site, int position) { return Answer(site.position(position).DispenserInformation()); }),
+    AnswersAbout(
+        "ReaderInformation",
+        [](Forecourt& site, int position) { return Answer(site.reader(position).Information(site.preloaded)); }),
 };
-
-// Every row carries the action its style needs, and only that one.
-constexpr bool Complete() {
-    for (const Member& member : kMembers) {
-        const bool assigns = member.assign != nullptr;
-        const bool answers = member.answer != nullptr;
-        const bool about = member.about != nullptr;
-        const bool fits = member.style == Assignment     ? assigns && !answers && !about
-                          : member.style == WithPosition ? about && !assigns && !answers
-                                                         : answers && !assigns && !about;
-        if (!fits) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(Complete(), "each member has the one action its style needs");
 
 char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
