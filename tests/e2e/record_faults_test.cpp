@@ -107,6 +107,14 @@ INSTANTIATE_TEST_SUITE_P(
               "VANTREL_DRIVE_C=$PWD/c $B --script i.vts --simulator --trace t.jsonl; code=$?; "
               "grep -q PacketQueOutput t.jsonl && exit 98; exit $code",
               1, "Run-time error 7: Out of memory"},
+        // The 255 files SET IMAGE may hold open fit under a low soft limit.
+        Fault{
+            "ImageFilesUnderALowLimitOfOpenFiles",
+            "mkdir -p 'c/Projects/Vantrel/VantrelTest Utility' && echo FF > 'c/Projects/Vantrel/VantrelTest "
+            "Utility/FP_blk.hex' && { echo click TEST_FUNCTION_BUTTON; for n in $(seq 256); do echo click "
+            "SET_IMAGE_BUTTON; done; } > i.vts && ulimit -Sn 64 && VANTREL_DRIVE_C=$PWD/c $B --script i.vts "
+            "--simulator --trace t.jsonl; code=$?; [ $(grep -c PacketQueOutput t.jsonl) = 255 ] || exit 97; exit $code",
+            1, "Run-time error 67: Too many files"},
         Fault{"TerminalPacketTooLongForItsCount",
               "printf 'forecourt packet 3 \"%01000d\"\\n' 0 > p.vts; $B --script p.vts --simulator", 2,
               "forecourt: a terminal packet holds at most 999 characters, not 1000"}),
