@@ -132,7 +132,8 @@ int RunTable(const TableOptions& options) {
     std::ostream& log = options.log.empty() ? std::cerr : logFile;
     const Figures figures = RunBenchmarks(log);
     const LaunchSeries launches = RunLaunches(options);
-    const std::vector<Row> rows = TargetRows(figures.medians, survey, launches, figures.spreads);
+    const PeakMemory peaks = MeasurePeakMemory(options.console);
+    const std::vector<Row> rows = TargetRows(figures.medians, survey, launches, peaks, figures.spreads);
     std::cout << Render(rows) << std::flush;
     for (const Row& row : rows) {
         if (!row.pass) {

@@ -109,7 +109,7 @@ std::string AppendsName(const SurveyedCommand& command) { return "Appends/" + co
 std::string WithArgument(const char* name, long argument) { return std::string(name) + "/" + std::to_string(argument); }
 
 std::vector<Row> TargetRows(const Medians& medians, const CommandSurvey& survey, const LaunchSeries& launches,
-                            const Medians& spreads) {
+                            const PeakMemory& peaks, const Medians& spreads) {
     std::vector<Row> rows;
     AddHandlerRows(rows, std::to_string(survey.fixedBlocks.size()) + " fixed-block commands", survey.fixedBlocks,
                    medians, spreads);
@@ -155,6 +155,14 @@ std::vector<Row> TargetRows(const Medians& medians, const CommandSurvey& survey,
         WithProblem(Within("resident memory after start-up vs minimal Qt program", console.bytes, minimal.bytes, 1.3,
                            Mebibytes(console.bytes) + " vs " + Mebibytes(minimal.bytes) + ", medians"),
                     problem));
+
+    rows.push_back(WithProblem(Within("peak memory added by SET IMAGE of a 64 MiB file, trace written, vs its "
+                                      "packet's 128 MiB",
+                                      peaks.imageBytes, kImagePacketBytes, 3, Mebibytes(peaks.imageBytes) + " added"),
+                               peaks.problem));
+    rows.push_back(WithProblem(Within("peak memory added by a 16 MiB answer shown, trace written, vs its 32 MiB",
+                                      peaks.answerBytes, kAnswerBytes, 3, Mebibytes(peaks.answerBytes) + " added"),
+                               peaks.problem));
 
     rows.push_back(Under("stress tick, the console's own time", Find(medians, kStressTick), 50e-6,
                          "two assignments, timer to handler"));

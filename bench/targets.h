@@ -1,6 +1,7 @@
 #pragma once
 
 #include "command_survey.h"
+#include "peak_memory.h"
 #include "process_launch.h"
 #include "target_table.h"
 
@@ -37,6 +38,6 @@ struct LaunchSeries {
 // spreads: each figure's half interquartile range as a share of its median,
 // by the same names; a ratio's row shows the spreads of both its figures.
 std::vector<Row> TargetRows(const Medians& medians, const CommandSurvey& survey, const LaunchSeries& launches,
-                            const Medians& spreads = {});
+                            const PeakMemory& peaks, const Medians& spreads = {});
 
 }  // namespace vantrel::bench

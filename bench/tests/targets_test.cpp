@@ -49,6 +49,9 @@ LaunchSeries GoodLaunches() {
     return launches;
 }
 
+// Within the bounds: twice the image packet's size and 2.5 times the answer's.
+PeakMemory GoodPeaks() { return {30e6, 2 * kImagePacketBytes, 2.5 * kAnswerBytes, ""}; }
+
 const Row& RowStarting(const std::vector<Row>& rows, const std::string& start) {
     const auto found =
         std::find_if(rows.begin(), rows.end(), [&start](const Row& row) { return row.figure.rfind(start, 0) == 0; });
@@ -60,8 +63,8 @@ const Row& RowStarting(const std::vector<Row>& rows, const std::string& start) {
 
 TEST(TargetRows, OneRowPerTargetAllPassingOnGoodFigures) {
     const CommandSurvey survey = SmallSurvey();
-    const std::vector<Row> rows = TargetRows(GoodMedians(survey), survey, GoodLaunches());
-    EXPECT_EQ(13u, rows.size());
+    const std::vector<Row> rows = TargetRows(GoodMedians(survey), survey, GoodLaunches(), GoodPeaks());
+    EXPECT_EQ(15u, rows.size());
     for (const Row& row : rows) {
         EXPECT_TRUE(row.pass) << row.figure << ": " << row.measured;
     }
@@ -76,7 +79,7 @@ TEST(TargetRows, TheSlowestAndTheFurthestCommandAreNamed) {
     medians["Click/VantrelTest.Price6"] = 2.5e-6;  // slowest, 2.5x
     medians["Appends/VantrelTest.Price6"] = 1e-6;
     medians["Click/VantrelTest.Beeper"] = 450e-9;  // fast, but 4.5x
-    const std::vector<Row> rows = TargetRows(medians, survey, GoodLaunches());
+    const std::vector<Row> rows = TargetRows(medians, survey, GoodLaunches(), GoodPeaks());
     const Row& slowest = RowStarting(rows, "handler's own work, 3 fixed-block commands");
     EXPECT_FALSE(slowest.pass);
     EXPECT_EQ("2.50 µs (Price6)", slowest.measured);
@@ -90,7 +93,7 @@ TEST(TargetRows, AMissingFigureFailsItsRowAndNoOther) {
     Medians medians = GoodMedians(survey);
     medians.erase("Appends/VantrelTest.Beeper");
     medians.erase(WithArgument(kOneRead, kImageSizes[1]));
-    const std::vector<Row> rows = TargetRows(medians, survey, GoodLaunches());
+    const std::vector<Row> rows = TargetRows(medians, survey, GoodLaunches(), GoodPeaks());
     int failed = 0;
     for (const Row& row : rows) {
         failed += row.pass ? 0 : 1;
@@ -104,7 +107,7 @@ TEST(TargetRows, PacketLinearityIsTimePerCharacterAt30000AgainstAt999) {
     const CommandSurvey survey = SmallSurvey();
     Medians medians = GoodMedians(survey);
     medians[WithArgument(kPacketClick, 30000)] = 30000 * 10.5e-9;  // 2.1x the 5 ns at 999
-    const std::vector<Row> rows = TargetRows(medians, survey, GoodLaunches());
+    const std::vector<Row> rows = TargetRows(medians, survey, GoodLaunches(), GoodPeaks());
     const Row& packet = RowStarting(rows, "packet input view");
     EXPECT_FALSE(packet.pass);
     EXPECT_EQ(0u, packet.measured.find("2.10x")) << packet.measured;
@@ -114,7 +117,7 @@ TEST(TargetRows, ALaunchThatWentWrongFailsStartUpAndMemoryWithItsProblem) {
     const CommandSurvey survey = SmallSurvey();
     LaunchSeries launches = GoodLaunches();
     launches.minimal[1].problem = "vantrel_minimal_window ended (exit code 134) without showing";
-    const std::vector<Row> rows = TargetRows(GoodMedians(survey), survey, launches);
+    const std::vector<Row> rows = TargetRows(GoodMedians(survey), survey, launches, GoodPeaks());
     for (const char* figure : {"start-up", "resident memory"}) {
         const Row& row = RowStarting(rows, figure);
         EXPECT_FALSE(row.pass);
@@ -130,10 +133,24 @@ TEST(TargetRows, MemoryAndSimulatorRowsReadTheirOwnFigures) {
     for (Launch& launch : launches.console) {
         launch.residentBytes = 48e6;  // 1.33x the minimal program
     }
-    const std::vector<Row> rows = TargetRows(medians, survey, launches);
+    const std::vector<Row> rows = TargetRows(medians, survey, launches, GoodPeaks());
     EXPECT_FALSE(RowStarting(rows, "resident memory").pass);
     EXPECT_FALSE(RowStarting(rows, "built-in simulator").pass);
     EXPECT_TRUE(RowStarting(rows, "start-up").pass);
+}
+
+TEST(TargetRows, PeakMemoryIsWhatBigDataAddsAgainstItsText) {
+    const CommandSurvey survey = SmallSurvey();
+    PeakMemory peaks = GoodPeaks();
+    peaks.answerBytes = 3.2 * kAnswerBytes;
+    std::vector<Row> rows = TargetRows(GoodMedians(survey), survey, GoodLaunches(), peaks);
+    EXPECT_TRUE(RowStarting(rows, "peak memory added by SET IMAGE").pass);
+    EXPECT_EQ("2.00x (256 MiB added)", RowStarting(rows, "peak memory added by SET IMAGE").measured);
+    EXPECT_FALSE(RowStarting(rows, "peak memory added by a 16 MiB answer").pass);
+    peaks.problem = "a script run did not end with 0";
+    rows = TargetRows(GoodMedians(survey), survey, GoodLaunches(), peaks);
+    EXPECT_EQ("not measured: a script run did not end with 0",
+              RowStarting(rows, "peak memory added by SET IMAGE").measured);
 }
 
 TEST(TargetRows, ARatioShowsTheSpreadOfBothItsFigures) {
@@ -142,7 +159,7 @@ TEST(TargetRows, ARatioShowsTheSpreadOfBothItsFigures) {
     Medians spreads;
     spreads[WithArgument(kSetImage, kImageSizes[0])] = 0.04;
     spreads[WithArgument(kOneRead, kImageSizes[0])] = 0.125;
-    const std::vector<Row> rows = TargetRows(medians, survey, GoodLaunches(), spreads);
+    const std::vector<Row> rows = TargetRows(medians, survey, GoodLaunches(), GoodPeaks(), spreads);
     const std::string measured = RowStarting(rows, "SET IMAGE, 1 MiB").measured;
     EXPECT_NE(std::string::npos, measured.find("(spread \u00b14 % / \u00b112 %)")) << measured;
     // Without a spread for one of its figures a row shows none.

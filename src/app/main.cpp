@@ -1,8 +1,11 @@
 // vantrel-test: the hand-driven test console for "Vantrel.Application".
 
 #include "app/all_forms.h"
+#include "app/session_log.h"
 #include "app/shown_probe.h"
+#include "app/trace_output.h"
 #include "base/console.h"
+#include "script/script_file.h"
 #include "script/script_runner.h"
 #include "server/server_calls.h"
 #include "server/trace_json.h"
@@ -18,10 +21,11 @@
 #include "ui/simulator_window.h"
 
 #include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -33,7 +37,7 @@ namespace {
 constexpr const char* kVersion = "1.0.0 (console Ver 1010.29)";
 
 constexpr const char* kHelp =
-    "Usage: vantrel-test [--simulator] [--trace FILE] [--script FILE] [--exit-when-shown]\n"
+    "Usage: vantrel-test [--simulator] [--trace FILE] [--script FILE] [--no-log] [--exit-when-shown]\n"
     "\n"
     "The hand-driven test console for the forecourt controller server\n"
     "\"Vantrel.Application\": one button per command, with every call echoed.\n"
@@ -44,6 +48,9 @@ constexpr const char* kHelp =
     "  --script FILE   run FILE headless on Qt's offscreen platform and exit:\n"
     "                  0 at its end, 1 through the error report, 2 when the\n"
     "                  script itself fails\n"
+    "  --no-log        write no session log (a run without --script writes its\n"
+    "                  trace to $XDG_STATE_HOME/vantrel-test/logs, one file per\n"
+    "                  run, the newest 20 runs or 100 MB kept)\n"
     "  --exit-when-shown\n"
     "                  once the console window has been painted for the first\n"
     "                  time, write \"shown\" and the resident size (\"shown 41236\n"
@@ -61,9 +68,19 @@ constexpr const char* kHelp =
 struct Options {
     bool simulator = false;
     bool exitWhenShown = false;
+    bool noLog = false;
     std::optional<std::string> trace;
     std::optional<std::string> script;
 };
+
+// A file of the command line that cannot be used: exit code 2, as a script
+// that fails.
+int Refused(const std::string& message) {
+    const std::string line =
+        "vantrel-test: " + vantrel::WithControlsEscaped(message, vantrel::ControlEscapes::All) + "\n";
+    std::fwrite(line.data(), 1, line.size(), stderr);
+    return 2;
+}
 
 int Usage(const std::string& message) {
     std::fprintf(stderr, "vantrel-test: %s\n(see vantrel-test --help)\n", message.c_str());
@@ -100,6 +117,8 @@ int main(int argc, char* argv[]) {
         }
         if (argument == "--simulator") {
             options.simulator = true;
+        } else if (argument == "--no-log") {
+            options.noLog = true;
         } else if (argument == "--exit-when-shown") {
             options.exitWhenShown = true;
         } else if (argument == "--trace" || argument == "--script") {
@@ -112,15 +131,15 @@ int main(int argc, char* argv[]) {
         }
     }
 
+    vantrel::IgnoreBrokenPipes();
+    vantrel::RaiseOpenFileLimit();
     std::vector<std::string> scriptLines;
     if (options.script) {
-        std::ifstream file(*options.script, std::ios::binary);
-        if (!file) {
-            return Usage("cannot read the script " + *options.script);
+        auto read = vantrel::ReadScriptFile(*options.script);
+        if (const auto* problem = std::get_if<std::string>(&read)) {
+            return Refused(*problem);
         }
-        for (std::string line; std::getline(file, line);) {
-            scriptLines.push_back(line);
-        }
+        scriptLines = std::move(std::get<std::vector<std::string>>(read));
         // Script mode needs no display.
         qputenv("QT_QPA_PLATFORM", "offscreen");
     } else if (!HasDisplay()) {
@@ -131,12 +150,53 @@ int main(int argc, char* argv[]) {
     }
 
     vantrel::CallEvents events;
-    std::unique_ptr<vantrel::TraceFile> trace;
+    std::vector<std::unique_ptr<vantrel::TraceFile>> traces;
     if (options.trace) {
-        trace = std::make_unique<vantrel::TraceFile>(*options.trace);
-        if (!trace->isOpen()) {
-            return Usage("cannot write the trace " + *options.trace);
+        const vantrel::OpenedTrace opened = vantrel::OpenTrace(*options.trace, options.script);
+        if (!opened.problem.empty()) {
+            return Refused(opened.problem);
         }
+        traces.push_back(std::make_unique<vantrel::TraceFile>(opened.file, *options.trace));
+    }
+    // An interactive run keeps its own record, so that a run that ends
+    // through the error report loses nothing.
+    std::string sessionLog;
+    if (!options.script && !options.noLog) {
+        const vantrel::SessionLog log = vantrel::OpenSessionLog(vantrel::SessionLogFolder());
+        if (log.file) {
+            sessionLog = log.path;
+            traces.push_back(std::make_unique<vantrel::TraceFile>(log.file, log.path));
+        } else {
+            std::fprintf(stderr, "vantrel-test: no session log: %s\n", log.problem.c_str());
+        }
+    }
+    // A trace that cannot be written is never a silent loss: it fails a
+    // script; a normal run says so once, goes on, and the monitor notes it.
+    std::unique_ptr<vantrel::ScriptRunner> runner;
+    vantrel::CallMonitor* monitorForNotes = nullptr;
+    for (const auto& trace : traces) {
+        trace->SetFailure([&runner, &monitorForNotes, script = options.script.has_value()](const std::string& message) {
+            if (runner) {
+                runner->Fail(message);
+            }
+            if (script) {  // before the script's first line
+                Refused(message);
+                std::fflush(nullptr);
+                std::_Exit(2);
+            }
+            if (monitorForNotes) {
+                monitorForNotes->NoteTraceProblem(QString::fromStdString(message));
+            }
+            if (!qApp) {
+                Refused(message);
+                return;
+            }
+            QTimer::singleShot(0, qApp, [message] {
+                QMessageBox::warning(QApplication::activeWindow(), QStringLiteral("VantrelTest"),
+                                     QString::fromStdString(message) +
+                                         QStringLiteral("\n\nThe console goes on; nothing more is written there."));
+            });
+        });
         events.Add(trace.get());
     }
 
@@ -173,6 +233,7 @@ int main(int argc, char* argv[]) {
     vantrel::ScriptPrompter scripted;
     vantrel::ProcessErrorReport report(events, options.script ? vantrel::ProcessErrorReport::Mode::StandardError
                                                               : vantrel::ProcessErrorReport::Mode::MessageBox);
+    report.SetSessionLog(sessionLog);
     vantrel::Prompter& prompter = options.script ? static_cast<vantrel::Prompter&>(scripted) : boxes;
     vantrel::ConsoleOptions consoleOptions;
     consoleOptions.runTimers = !options.script;
@@ -180,6 +241,7 @@ int main(int argc, char* argv[]) {
     // Listens before the load, so the monitor has the whole session, the
     // creation of the server included, whenever it is opened.
     vantrel::CallMonitor monitor(events, console.window());
+    monitorForNotes = &monitor;
 
     try {
         console.Load();
@@ -196,10 +258,11 @@ int main(int argc, char* argv[]) {
     console.Show();
 
     vantrel::QtScriptFrontEnd frontEnd(console);
-    std::unique_ptr<vantrel::ScriptRunner> runner;
     if (options.script) {
         runner = std::make_unique<vantrel::ScriptRunner>(*options.script, std::move(scriptLines), console.console(),
                                                          frontEnd, scripted, simulator);
+    }
+    if (runner) {
         runner->Start();
     }
     return QApplication::exec();

@@ -71,6 +71,7 @@ const FormDescription& Console::Description(std::string_view form) const {
 
 void Console::SetFunctionBox(TextView text) { Window().SetText(kFunctionBox, text); }
 void Console::SetDataBox(TextView text) { Window().SetText(kDataBox, text); }
+void Console::SetDataBox(Text&& text) { Window().SetText(kDataBox, std::move(text)); }
 const Text& Console::FunctionBox() { return Window().TextOf(kFunctionBox); }
 const Text& Console::DataBox() { return Window().TextOf(kDataBox); }
 

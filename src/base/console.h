@@ -79,6 +79,12 @@ public:
     // The echo boxes of the console.
     void SetFunctionBox(TextView text);
     void SetDataBox(TextView text);
+    // A result that is not kept elsewhere is moved in, not copied.
+    void SetDataBox(Text&& text);
+    template <std::size_t N>
+    void SetDataBox(const char16_t (&text)[N]) {
+        SetDataBox(TextView(text, N - 1));
+    }
     const Text& FunctionBox();
     const Text& DataBox();
 

@@ -97,6 +97,15 @@ void FormState::SetText(std::string_view control, TextView value) {
     Notify(control, Property::Text);
 }
 
+void FormState::SetText(std::string_view control, Text&& value) {
+    ControlState& state = At(control);
+    if (SameCharacters(state.text, value)) {
+        return;
+    }
+    state.text = std::move(value);
+    Notify(control, Property::Text);
+}
+
 std::optional<Color> FormState::BackColorOf(std::string_view control) const { return At(control).backColor; }
 
 void FormState::SetBackColor(std::string_view control, Color color) {

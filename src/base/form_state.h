@@ -34,6 +34,12 @@ public:
     const Text& TextOf(std::string_view control) const;
     // Copies only when the text changes, into the room the old one had.
     void SetText(std::string_view control, TextView value);
+    // The same for a text that is not kept elsewhere: moved in, not copied.
+    void SetText(std::string_view control, Text&& value);
+    template <std::size_t N>
+    void SetText(std::string_view control, const char16_t (&value)[N]) {
+        SetText(control, TextView(value, N - 1));
+    }
     std::optional<Color> BackColorOf(std::string_view control) const;
     void SetBackColor(std::string_view control, Color color);
     bool Checked(std::string_view control) const;

@@ -34,7 +34,7 @@ void DebugLoad(Console& console) {
     };
     FormState& form = console.Form(kDebugForm);
     for (int mode = 0; mode <= 5; ++mode) {
-        form.SetText(DebugLabelName(mode), kTexts[mode]);
+        form.SetText(DebugLabelName(mode), TextView(kTexts[mode]));
     }
 }
 

@@ -35,7 +35,8 @@ void SelfTestStatus(Console& console) {
     const std::int16_t status = ToInt16(console.KRM().Call("SelfDiagnosticsReportStatus"));
     // Any status but 0 counts as busy. "Diagnositcs" is the server team's
     // spelling and stays.
-    console.SetDataBox(status == 0 ? u"Self Diagnositcs\r\nreport Complete" : u"Self Diagnositcs\r\nreport busy");
+    console.SetDataBox(
+        TextView(status == 0 ? u"Self Diagnositcs\r\nreport Complete" : u"Self Diagnositcs\r\nreport busy"));
 }
 
 void WindowControl(Console& console) {

@@ -2,6 +2,7 @@
 
 #include "server/runtime_error.h"
 
+#include <cerrno>
 #include <system_error>
 
 namespace vantrel {
@@ -31,8 +32,13 @@ int FileTable::OpenForInput(const std::filesystem::path& path) {
     }
     auto file = std::make_unique<OpenFile>();
     file->path = path;
+    errno = 0;
     file->stream.open(path, std::ios::in | std::ios::binary);
     if (!file->stream.is_open()) {
+        // The system's own limit on open files is the console's limit too.
+        if (errno == EMFILE || errno == ENFILE) {
+            throw TooManyFiles();
+        }
         throw PathFileAccessError();
     }
     files_.push_back(std::move(file));

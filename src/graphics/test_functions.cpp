@@ -93,6 +93,11 @@ Text ImagePacket(TextView position, std::string_view fileBytes) {
 
 Text ImagePacket(TextView position, FileTable& files, int number) {
     const std::uint64_t expected = files.SizeOf(number).value_or(0);
+    // A larger file would cost gigabytes for its packet and the record of
+    // it: refused before anything is read or sent.
+    if (expected > kMaxImageFile) {
+        throw RuntimeError(7, "Out of memory");
+    }
     Text packet = ImagePacketHead(position, expected);
     const std::size_t headLength = packet.size();
     if (expected < kLargeImage && Narrow(packet)) {

@@ -12,6 +12,9 @@ class FileTable;
 // The image file that SET IMAGE sends, as the console names it everywhere.
 inline constexpr std::string_view kImageFile = "c:\\Projects\\Vantrel\\VantrelTest Utility\\FP_blk.hex";
 
+// The largest image file SET IMAGE sends: 256 MiB, a packet of 512 MiB.
+inline constexpr std::uint64_t kMaxImageFile = std::uint64_t{256} << 20;
+
 // The SET IMAGE block for the position and the file's bytes, one byte to one
 // character: the packet header with a count of at least five digits, the
 // 106-character image header, the data, and nothing after it.

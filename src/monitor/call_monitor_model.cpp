@@ -204,9 +204,12 @@ CallMonitorFeed::CallMonitorFeed(MonitorLimits limits)
 
 void CallMonitorFeed::OnEvent(const CallEvent& event) {
     // The copy is made outside the lock; inside, only pointers move.
-    auto copy = std::make_shared<const CallEvent>(event);
+    OnSharedEvent(std::make_shared<const CallEvent>(event));
+}
+
+void CallMonitorFeed::OnSharedEvent(const std::shared_ptr<const CallEvent>& event) {
     const std::lock_guard lock(mutex_);
-    pending_.Push(MonitorEntry{++count_, std::move(copy)});
+    pending_.Push(MonitorEntry{++count_, event});
     const std::size_t excess = pending_.Excess();
     pending_.DropFront(excess);
     dropped_ += excess;

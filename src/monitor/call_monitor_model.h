@@ -65,6 +65,7 @@ public:
     explicit CallMonitorFeed(MonitorLimits limits = {});
 
     void OnEvent(const CallEvent& event) override;
+    void OnSharedEvent(const std::shared_ptr<const CallEvent>& event) override;
 
     struct Batch {
         std::deque<MonitorEntry> entries;

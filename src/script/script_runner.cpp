@@ -3,8 +3,10 @@
 #include "base/console.h"
 #include "simulator/simulator.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 namespace vantrel {
 
@@ -70,9 +72,20 @@ void ScriptRunner::Start() {
 
 void ScriptRunner::Fail(const std::string& message) const {
     std::fflush(stdout);
-    std::fprintf(stderr, "%s:%zu: %s\n", fileName_.c_str(), current_ + 1, message.c_str());
+    const std::string line = WithControlsEscaped(fileName_, ControlEscapes::All) + ":" + std::to_string(current_ + 1) +
+                             ": " + WithControlsEscaped(message, ControlEscapes::ButLineFeeds) + "\n";
+    std::fwrite(line.data(), 1, line.size(), stderr);
     std::fflush(nullptr);
     std::_Exit(2);
+}
+
+void ScriptRunner::CheckStandardOutput() const {
+    errno = 0;
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
+        const int reason = errno;
+        Fail(std::string("cannot write to standard output: ") +
+             (reason != 0 ? std::strerror(reason) : "the write failed"));
+    }
 }
 
 void ScriptRunner::Step() {
@@ -94,7 +107,7 @@ void ScriptRunner::Step() {
     if (prompter_.pending() > 0) {
         Fail(std::to_string(prompter_.pending()) + " queued replies were never used");
     }
-    std::fflush(stdout);
+    CheckStandardOutput();
     frontEnd_.Quit(0);
 }
 
@@ -115,10 +128,12 @@ void ScriptRunner::Execute(const ScriptCommand& command) {
         }
         break;
     }
-    case Verb::Print:
-        std::printf("%s \"%s\"\n", command.name.c_str(), Escaped(TextOf(command.name)).c_str());
-        std::fflush(stdout);
+    case Verb::Print: {
+        const std::string line = command.name + " \"" + Escaped(TextOf(command.name)) + "\"\n";
+        std::fwrite(line.data(), 1, line.size(), stdout);
+        CheckStandardOutput();
         break;
+    }
     case Verb::Shot: Shot(command.name, command.file); break;
     case Verb::ServerAnswerText:
     case Verb::ServerAnswerNumber:

@@ -55,6 +55,8 @@ public:
 
 private:
     void Step();
+    // Fails the script when what was printed could not be written.
+    void CheckStandardOutput() const;
     void Execute(const ScriptCommand& command);
     void Server(const ScriptCommand& command);
     void Forecourt(const ScriptCommand& command);

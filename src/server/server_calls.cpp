@@ -36,26 +36,36 @@ void CallEvents::OnEvent(const CallEvent& event) {
     }
 }
 
+void CallEvents::OnSharedEvent(const std::shared_ptr<const CallEvent>& event) {
+    const auto listeners = listeners_;
+    for (CallListener* listener : listeners) {
+        listener->OnSharedEvent(event);
+    }
+}
+
 TracedObject::TracedObject(std::unique_ptr<AutomationObject> inner, CallListener& listener)
     : inner_(std::move(inner))
     , listener_(listener) {}
 
 template <typename Invoke>
-Variant TracedObject::Traced(CallEvent event, Invoke&& invoke) {
-    event.when = std::chrono::system_clock::now();
+Variant TracedObject::Traced(CallEvent made, Invoke&& invoke) {
+    // Made once and shared by every listener that keeps it: an image packet
+    // is copied into the event once, not once more per listener.
+    auto event = std::make_shared<CallEvent>(std::move(made));
+    event->when = std::chrono::system_clock::now();
     const auto start = std::chrono::steady_clock::now();
     try {
         Variant result = invoke();
-        event.duration = std::chrono::steady_clock::now() - start;
-        if (event.op == CallEvent::Op::Call) {
-            event.result = result;
+        event->duration = std::chrono::steady_clock::now() - start;
+        if (event->op == CallEvent::Op::Call) {
+            event->result = result;
         }
-        listener_.OnEvent(event);
+        listener_.OnSharedEvent(event);
         return result;
     } catch (const RuntimeError& error) {
-        event.duration = std::chrono::steady_clock::now() - start;
-        event.error = error;
-        listener_.OnEvent(event);
+        event->duration = std::chrono::steady_clock::now() - start;
+        event->error = error;
+        listener_.OnSharedEvent(event);
         throw;
     }
 }

@@ -82,6 +82,9 @@ class CallListener {
 public:
     virtual ~CallListener() = default;
     virtual void OnEvent(const CallEvent& event) = 0;
+    // The same event, shared: a listener that keeps events keeps this
+    // pointer rather than a copy of a value that may be many megabytes.
+    virtual void OnSharedEvent(const std::shared_ptr<const CallEvent>& event) { OnEvent(*event); }
     // False when nothing would be done with an event, so that the caller can
     // skip making it: an event copies the value it carries. A seam for
     // bench/run's SET IMAGE figures, where a console without a listener
@@ -95,6 +98,7 @@ public:
     void Add(CallListener* listener);
     void Remove(CallListener* listener);
     void OnEvent(const CallEvent& event) override;
+    void OnSharedEvent(const std::shared_ptr<const CallEvent>& event) override;
     bool Listening() const override { return !listeners_.empty(); }
 
 private:

@@ -142,4 +142,29 @@ std::string Escaped(TextView text) {
     return out;
 }
 
+std::string WithControlsEscaped(std::string_view message, ControlEscapes which) {
+    static constexpr char kHex[] = "0123456789ABCDEF";
+    std::string out;
+    out.reserve(message.size());
+    for (const char c : message) {
+        const auto code = static_cast<unsigned char>(c);
+        if (code >= 0x20 && code != 0x7F) {
+            out.push_back(c);
+            continue;
+        }
+        switch (c) {
+        case '\n': out += which == ControlEscapes::ButLineFeeds ? "\n" : "\\n"; break;
+        case '\r': out += "\\r"; break;
+        case '\t': out += "\\t"; break;
+        case '\0': out += "\\0"; break;
+        case '\x1B': out += "\\e"; break;
+        default:
+            out += "\\x";
+            out.push_back(kHex[code >> 4]);
+            out.push_back(kHex[code & 0xF]);
+        }
+    }
+    return out;
+}
+
 }  // namespace vantrel

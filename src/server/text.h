@@ -38,4 +38,13 @@ Text Joined(std::initializer_list<TextView> parts);
 // comparison says which character differs.
 std::string Escaped(TextView text);
 
+// A message (UTF-8) with its control characters written as escapes (\0, \r,
+// \t, \e, \xHH), so that a NUL in a name does not end the message where it
+// is printed. Line feeds stay line breaks with ButLineFeeds.
+enum class ControlEscapes {
+    All,
+    ButLineFeeds,
+};
+std::string WithControlsEscaped(std::string_view message, ControlEscapes which);
+
 }  // namespace vantrel

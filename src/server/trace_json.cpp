@@ -1,120 +1,230 @@
 #include "trace_json.h"
 
+#include <cerrno>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
+#include <functional>
 
 namespace vantrel {
 
-std::string JsonString(TextView text) {
-    static constexpr char kHex[] = "0123456789abcdef";
-    std::string out = "\"";
-    out.reserve(text.size() + 2);
-    for (const char16_t c : text) {
-        switch (c) {
-        case u'"': out += "\\\""; break;
-        case u'\\': out += "\\\\"; break;
-        case u'\r': out += "\\r"; break;
-        case u'\n': out += "\\n"; break;
-        case u'\t': out += "\\t"; break;
-        default:
-            if (c >= 0x20 && c < 0x7F) {
-                out.push_back(static_cast<char>(c));
-            } else {
-                // Everything else as \uXXXX keeps the file ASCII and exact,
-                // lone surrogates included.
-                out += "\\u";
-                for (int shift = 12; shift >= 0; shift -= 4) {
-                    out.push_back(kHex[(c >> shift) & 0xF]);
+namespace {
+
+constexpr char kHex[] = "0123456789abcdef";
+
+// Writes JSON text in pieces to a sink, through a buffer of bounded size: an
+// event of many megabytes never becomes one string in memory.
+class JsonOut {
+public:
+    using Sink = std::function<bool(std::string_view piece)>;
+    explicit JsonOut(Sink sink)
+        : sink_(std::move(sink)) {
+        buffer_.reserve(kBuffer);
+    }
+
+    void Raw(std::string_view text) {
+        if (buffer_.size() + text.size() > kBuffer) {
+            Flush();
+        }
+        if (text.size() > kBuffer) {
+            Deliver(text);
+        } else {
+            buffer_.append(text);
+        }
+    }
+    void Char(char c) {
+        if (buffer_.size() >= kBuffer) {
+            Flush();
+        }
+        buffer_.push_back(c);
+    }
+    void String(TextView text) {
+        Char('"');
+        for (const char16_t c : text) {
+            switch (c) {
+            case u'"': Raw("\\\""); break;
+            case u'\\': Raw("\\\\"); break;
+            case u'\r': Raw("\\r"); break;
+            case u'\n': Raw("\\n"); break;
+            case u'\t': Raw("\\t"); break;
+            default:
+                if (c >= 0x20 && c < 0x7F) {
+                    Char(static_cast<char>(c));
+                } else {
+                    // Everything else as \uXXXX keeps the file ASCII and
+                    // exact, lone surrogates included.
+                    const char escape[6] = {
+                        '\\', 'u', kHex[(c >> 12) & 0xF], kHex[(c >> 8) & 0xF], kHex[(c >> 4) & 0xF], kHex[c & 0xF]};
+                    Raw(std::string_view(escape, sizeof escape));
                 }
             }
         }
+        Char('"');
     }
-    out.push_back('"');
-    return out;
-}
-
-namespace {
-
-std::string JsonUtf8(std::string_view utf8) { return JsonString(FromUtf8(utf8)); }
-
-std::string JsonNumber(double value) {
-    if (!std::isfinite(value)) {
-        return "null";
+    void Utf8String(std::string_view utf8) { String(FromUtf8(utf8)); }
+    void Number(std::int64_t value) { Raw(std::to_string(value)); }
+    void Real(double value) {
+        if (!std::isfinite(value)) {
+            Raw("null");
+            return;
+        }
+        char text[40];
+        std::snprintf(text, sizeof text, "%.17g", value);
+        Raw(text);
     }
-    char buffer[40];
-    std::snprintf(buffer, sizeof buffer, "%.17g", value);
-    return buffer;
-}
+    // False once the sink has refused a piece.
+    bool Flush() {
+        if (!buffer_.empty()) {
+            Deliver(buffer_);
+            buffer_.clear();
+        }
+        return ok_;
+    }
 
-}  // namespace
+private:
+    static constexpr std::size_t kBuffer = 64 * 1024;
+    void Deliver(std::string_view piece) {
+        if (ok_ && !sink_(piece)) {
+            ok_ = false;
+        }
+    }
 
-std::string ToJson(const Variant& value) {
+    Sink sink_;
+    std::string buffer_;
+    bool ok_ = true;
+};
+
+void WriteValue(JsonOut& out, const Variant& value) {
     switch (value.kind()) {
-    case Variant::Kind::Empty: return R"({"empty":true})";
-    case Variant::Kind::Null: return R"({"null":true})";
-    case Variant::Kind::Text: return "{\"text\":" + JsonString(value.text()) + "}";
-    case Variant::Kind::Int16: return "{\"i2\":" + std::to_string(value.int16()) + "}";
-    case Variant::Kind::Int32: return "{\"i4\":" + std::to_string(value.int32()) + "}";
-    case Variant::Kind::Double: return "{\"r8\":" + JsonNumber(value.real()) + "}";
-    case Variant::Kind::Boolean: return std::string("{\"bool\":") + (value.boolean() ? "true" : "false") + "}";
+    case Variant::Kind::Empty: out.Raw(R"({"empty":true})"); return;
+    case Variant::Kind::Null: out.Raw(R"({"null":true})"); return;
+    case Variant::Kind::Text:
+        out.Raw("{\"text\":");
+        out.String(value.text());
+        break;
+    case Variant::Kind::Int16:
+        out.Raw("{\"i2\":");
+        out.Number(value.int16());
+        break;
+    case Variant::Kind::Int32:
+        out.Raw("{\"i4\":");
+        out.Number(value.int32());
+        break;
+    case Variant::Kind::Double:
+        out.Raw("{\"r8\":");
+        out.Real(value.real());
+        break;
+    case Variant::Kind::Boolean: out.Raw(value.boolean() ? R"({"bool":true})" : R"({"bool":false})"); return;
     }
-    return "{}";
+    out.Char('}');
 }
 
-std::string ToJsonLine(const CallEvent& event) {
-    std::string out;
+void WriteEvent(JsonOut& out, const CallEvent& event) {
     const auto error = [&] {
         if (event.error) {
-            out += ",\"error\":{\"number\":" + std::to_string(event.error->number()) +
-                   ",\"description\":" + JsonUtf8(event.error->description()) + "}";
+            out.Raw(",\"error\":{\"number\":");
+            out.Number(event.error->number());
+            out.Raw(",\"description\":");
+            out.Utf8String(event.error->description());
+            out.Char('}');
         }
     };
     switch (event.op) {
     case CallEvent::Op::Create:
-        out = "{\"op\":\"create\",\"progid\":" + JsonUtf8(event.member);
+        out.Raw("{\"op\":\"create\",\"progid\":");
+        out.Utf8String(event.member);
         error();
         break;
     case CallEvent::Op::Put:
-        out = "{\"op\":\"put\",\"member\":" + JsonUtf8(event.member);
+        out.Raw("{\"op\":\"put\",\"member\":");
+        out.Utf8String(event.member);
         if (event.argument) {
-            out += ",\"value\":" + ToJson(*event.argument);
+            out.Raw(",\"value\":");
+            WriteValue(out, *event.argument);
         }
         error();
         break;
     case CallEvent::Op::Call:
-        out = "{\"op\":\"call\",\"member\":" + JsonUtf8(event.member);
+        out.Raw("{\"op\":\"call\",\"member\":");
+        out.Utf8String(event.member);
         if (event.argument) {
-            out += ",\"arg\":" + ToJson(*event.argument);
+            out.Raw(",\"arg\":");
+            WriteValue(out, *event.argument);
             if (event.byRef) {
-                out += ",\"byref\":true";
+                out.Raw(",\"byref\":true");
             }
         }
         if (event.error) {
             error();
         } else if (event.result) {
-            out += ",\"result\":" + ToJson(*event.result);
+            out.Raw(",\"result\":");
+            WriteValue(out, *event.result);
         }
         break;
     case CallEvent::Op::MessageBox:
-        out = "{\"op\":\"msgbox\",\"text\":" + JsonString(event.text) + ",\"title\":" + JsonString(event.title) +
-              ",\"buttons\":" + (event.buttons == CallEvent::Buttons::Ok ? "\"ok\"" : "\"yesno\"") +
-              ",\"answer\":" + JsonString(event.answer);
+        out.Raw("{\"op\":\"msgbox\",\"text\":");
+        out.String(event.text);
+        out.Raw(",\"title\":");
+        out.String(event.title);
+        out.Raw(event.buttons == CallEvent::Buttons::Ok ? ",\"buttons\":\"ok\"" : ",\"buttons\":\"yesno\"");
+        out.Raw(",\"answer\":");
+        out.String(event.answer);
         break;
     case CallEvent::Op::InputBox:
-        out = "{\"op\":\"inputbox\",\"prompt\":" + JsonString(event.text) + ",\"title\":" + JsonString(event.title) +
-              ",\"answer\":" + JsonString(event.answer);
+        out.Raw("{\"op\":\"inputbox\",\"prompt\":");
+        out.String(event.text);
+        out.Raw(",\"title\":");
+        out.String(event.title);
+        out.Raw(",\"answer\":");
+        out.String(event.answer);
         break;
     case CallEvent::Op::Report:
-        out = "{\"op\":\"report\",\"number\":" + std::to_string(event.error ? event.error->number() : 0) +
-              ",\"description\":" + JsonUtf8(event.error ? event.error->description() : std::string());
+        out.Raw("{\"op\":\"report\",\"number\":");
+        out.Number(event.error ? event.error->number() : 0);
+        out.Raw(",\"description\":");
+        out.Utf8String(event.error ? event.error->description() : std::string());
         break;
     }
-    out.push_back('}');
-    return out;
+    out.Char('}');
 }
 
-TraceFile::TraceFile(const std::string& path)
-    : file_(std::fopen(path.c_str(), "wb")) {}
+// The whole of what a writer makes, as one string.
+template <typename Write>
+std::string Collected(Write&& write) {
+    std::string text;
+    JsonOut out([&text](std::string_view piece) {
+        text.append(piece);
+        return true;
+    });
+    write(out);
+    out.Flush();
+    return text;
+}
+
+}  // namespace
+
+std::string JsonString(TextView text) {
+    return Collected([&](JsonOut& out) { out.String(text); });
+}
+
+std::string ToJson(const Variant& value) {
+    return Collected([&](JsonOut& out) { WriteValue(out, value); });
+}
+
+std::string ToJsonLine(const CallEvent& event) {
+    return Collected([&](JsonOut& out) { WriteEvent(out, event); });
+}
+
+bool WriteJsonLine(const CallEvent& event, const std::function<bool(std::string_view piece)>& sink) {
+    JsonOut out(sink);
+    WriteEvent(out, event);
+    out.Char('\n');
+    return out.Flush();
+}
+
+TraceFile::TraceFile(std::FILE* file, std::string path)
+    : file_(file)
+    , path_(std::move(path)) {}
 
 TraceFile::~TraceFile() {
     if (file_) {
@@ -123,12 +233,24 @@ TraceFile::~TraceFile() {
 }
 
 void TraceFile::OnEvent(const CallEvent& event) {
-    if (!file_) {
+    if (!file_ || failed_) {
         return;
     }
-    const std::string line = ToJsonLine(event) + "\n";
-    std::fwrite(line.data(), 1, line.size(), file_);
-    std::fflush(file_);
+    errno = 0;
+    const bool written = WriteJsonLine(event, [this](std::string_view piece) {
+        return std::fwrite(piece.data(), 1, piece.size(), file_) == piece.size();
+    });
+    // Flushed at once, so that the trace is complete even when the program
+    // ends through the error report.
+    if (written && std::fflush(file_) == 0) {
+        return;
+    }
+    failed_ = true;
+    const int error = errno;
+    if (onFailure_) {
+        onFailure_("cannot write the trace " + path_ + ": " +
+                   (error != 0 ? std::string(std::strerror(error)) : std::string("the write failed")));
+    }
 }
 
 }  // namespace vantrel

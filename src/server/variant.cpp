@@ -27,6 +27,13 @@ const Text& Variant::text() const {
     return value ? *value : empty;
 }
 
+Text Variant::TakeText() && {
+    if (Text* text = std::get_if<Text>(&storage_)) {
+        return std::move(*text);
+    }
+    return {};
+}
+
 std::int16_t Variant::int16() const {
     const auto* value = std::get_if<std::int16_t>(&storage_);
     return value ? *value : 0;
@@ -190,6 +197,13 @@ std::int16_t RoundToInt16(double value) {
         throw errors::Overflow();
     }
     return static_cast<std::int16_t>(rounded);
+}
+
+Text ToText(Variant&& value) {
+    if (value.is(Variant::Kind::Text)) {
+        return std::move(value).TakeText();
+    }
+    return ToText(static_cast<const Variant&>(value));
 }
 
 Text ToText(const Variant& value) {

@@ -34,6 +34,8 @@ public:
     // Accessors for the kind the value holds; asking for another kind is a
     // programming error and yields a default value.
     const Text& text() const;
+    // The text itself, taken out of a value that is not kept.
+    Text TakeText() &&;
     std::int16_t int16() const;
     std::int32_t int32() const;
     double real() const;
@@ -55,6 +57,9 @@ private:
 // number is a type mismatch (13); a value outside -32768..32767 overflows (6);
 // fractions round to the nearest whole number, halves to the even neighbour.
 Text ToText(const Variant& value);
+// The same, taking a text over rather than copying it: a result of many
+// megabytes is not held twice.
+Text ToText(Variant&& value);
 std::int16_t ToInt16(const Variant& value);
 
 // Parses a whole text as a number the way the platform's numeric conversion

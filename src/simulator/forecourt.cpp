@@ -202,6 +202,12 @@ std::string Forecourt::SendPacket(int number, TextView data) {
     if (std::string problem = CheckPosition(number); !problem.empty()) {
         return problem;
     }
+    // The packet block states its count in three digits, which is all the
+    // console reads: a terminal sends no packet it could not state.
+    if (data.size() > kMaxPacket) {
+        return "a terminal packet holds at most " + std::to_string(kMaxPacket) + " characters, not " +
+               std::to_string(data.size());
+    }
     if (!queues.AddPacket(position(number).positionText(), data)) {
         return "the packet queue is full";
     }

@@ -66,6 +66,8 @@ public:
     std::string SwipeCard(int position, TextView data);
     std::string PressKeys(int position, TextView keys);
     std::string InsertCash(int position, TextView amount);
+    // At most kMaxPacket characters: the count field has three digits.
+    static constexpr std::size_t kMaxPacket = 999;
     std::string SendPacket(int position, TextView data);
     std::string EnterWashCode(TextView code);
 

@@ -139,7 +139,9 @@ std::string ReaderTerminal::ReceivePacket(TextView data) {
         image_.assign(Attribute(data, u"Filename"));
     }
     ++packets_;
-    lastPacket_.assign(data);
+    // Only its start is ever shown: an image packet of many megabytes is not
+    // kept a second time.
+    lastPacket_.assign(data.substr(0, kKeptPacket));
     return {};
 }
 

@@ -59,7 +59,8 @@ private:
     std::int64_t lastJobLines_ = 0;
     Text lastBarCode_;
     std::int64_t packets_ = 0;
-    Text lastPacket_;
+    static constexpr std::size_t kKeptPacket = 256;
+    Text lastPacket_;  // its first kKeptPacket characters
     Text image_;
 };
 

@@ -130,7 +130,14 @@ void Simulator::Remember(MemberId member, const Variant& value) {
     Assignment& slot = recent_[recentCount_ % kRecent];
     ++recentCount_;
     slot.member = member;
-    slot.value = value;  // a text into a text reuses the slot's storage
+    // A text into a text reuses the slot's storage. A value of more than
+    // kRememberedWhole characters is kept by its start only: the recent list
+    // shows 200, and an image packet of many megabytes is not kept again.
+    if (value.is(Variant::Kind::Text) && value.text().size() > kRememberedWhole) {
+        slot.value = Variant::OfText(value.text().substr(0, kRememberedWhole));
+    } else {
+        slot.value = value;
+    }
 }
 
 std::optional<std::pair<std::string, Variant>> Simulator::LastAssignment() const {

@@ -71,7 +71,8 @@ public:
     // Every member it knows and how it is invoked, ordered by name regardless
     // of case: the name table of its dispatch interface.
     std::vector<std::pair<std::string, Style>> Members() const;
-    // The newest assignment as it came, member and value; nothing before the
+    // The newest assignment as it came, member and value (a text of more
+    // than a million characters by its first million); nothing before the
     // first.
     std::optional<std::pair<std::string, Variant>> LastAssignment() const;
 
@@ -94,6 +95,7 @@ private:
         Variant value;
     };
     static constexpr std::size_t kRecent = 16;
+    static constexpr std::size_t kRememberedWhole = 1024 * 1024;
     std::array<Assignment, kRecent> recent_;
     std::size_t recentCount_ = 0;
 };

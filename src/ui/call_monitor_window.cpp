@@ -282,6 +282,11 @@ CallMonitorWindow::CallMonitorWindow(CallMonitorFeed& feed, MonitorLimits limits
     status_->setObjectName(QStringLiteral("CallMonitorStatus"));
     foot->addWidget(status_, 1);
     foot->addWidget(dropped_);
+    traceProblem_ = new QLabel(this);
+    traceProblem_->setObjectName(QStringLiteral("CallMonitorTraceProblem"));
+    traceProblem_->setStyleSheet(QStringLiteral("color: #b00020;"));
+    traceProblem_->setVisible(false);
+    foot->addWidget(traceProblem_);
     layout->addLayout(foot);
 
     timer_ = new QTimer(this);
@@ -645,9 +650,25 @@ CallMonitor::~CallMonitor() {
     delete action_.data();
 }
 
+void CallMonitorWindow::ShowTraceProblem(const QString& message) {
+    traceProblem_->setText(message);
+    traceProblem_->setToolTip(message);
+    traceProblem_->setVisible(true);
+}
+
+void CallMonitor::NoteTraceProblem(const QString& message) {
+    traceProblem_ = message;
+    if (window_) {
+        window_->ShowTraceProblem(message);
+    }
+}
+
 CallMonitorWindow& CallMonitor::Open() {
     if (!window_) {
         window_ = new CallMonitorWindow(feed_, limits_, &owner_);
+        if (!traceProblem_.isEmpty()) {
+            window_->ShowTraceProblem(traceProblem_);
+        }
     }
     window_->show();
     window_->raise();

@@ -45,6 +45,8 @@ public:
     // Takes the queued events into the table now; the timer calls it while
     // the window is shown.
     void Flush();
+    // A line in red under the table: a trace that stopped being written.
+    void ShowTraceProblem(const QString& message);
     // Writes the shown rows in the trace format; false (and a message in
     // the status line) when the file cannot be written.
     bool ExportTo(const QString& path);
@@ -84,6 +86,7 @@ private:
     QPlainTextEdit* text_ = nullptr;
     QListView* hex_ = nullptr;
     QLabel* status_ = nullptr;
+    QLabel* traceProblem_ = nullptr;
     QLabel* dropped_ = nullptr;
     QTimer* timer_ = nullptr;
 
@@ -109,6 +112,9 @@ public:
     // Made on first use and kept; shown and raised every time.
     CallMonitorWindow& Open();
     CallMonitorWindow* window() const { return window_; }
+    // A trace or session log that could not be written: shown in the window,
+    // now or when it opens.
+    void NoteTraceProblem(const QString& message);
 
 private:
     CallEvents& events_;
@@ -117,6 +123,7 @@ private:
     QWidget& owner_;
     QPointer<QAction> action_;
     QPointer<CallMonitorWindow> window_;
+    QString traceProblem_;
 };
 
 }  // namespace vantrel

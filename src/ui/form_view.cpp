@@ -20,6 +20,8 @@
 #include <QStyleOptionFocusRect>
 #include <QTimer>
 
+#include <limits>
+
 namespace vantrel {
 
 namespace {
@@ -191,6 +193,9 @@ QWidget* FormView::Create(const Control& control, QWidget* parent) {
         } else {
             auto* box = new QLineEdit(parent);
             box->setReadOnly(control.readOnly);
+            // What is typed is what is sent: no limit of the toolkit's own
+            // (32,767 characters by default) cuts an entry.
+            box->setMaxLength(std::numeric_limits<int>::max());
             if (control.centred) {
                 box->setAlignment(Qt::AlignCenter);
             }

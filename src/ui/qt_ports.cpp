@@ -48,9 +48,20 @@ void ProcessErrorReport::Report(const RuntimeError& error) {
     if (mode_ == Mode::MessageBox && qApp) {
         QMessageBox box(QMessageBox::Critical, ToQString(kApplicationTitle), QString::fromStdString(message),
                         QMessageBox::Ok, QApplication::activeWindow());
+        if (!sessionLog_.empty()) {
+            // Behind "Show Details...": the report reads as the platform's.
+            box.setDetailedText(QStringLiteral("This session's calls, boxes and this report are in its log:\n") +
+                                QString::fromStdString(sessionLog_));
+        }
         box.exec();
     }
-    std::fprintf(stderr, "Run-time error %d: %s\n", error.number(), error.description().c_str());
+    const std::string line = "Run-time error " + std::to_string(error.number()) + ": " +
+                             WithControlsEscaped(error.description(), ControlEscapes::All) + "\n";
+    std::fwrite(line.data(), 1, line.size(), stderr);
+    if (!sessionLog_.empty()) {
+        const std::string where = "The session's log: " + sessionLog_ + "\n";
+        std::fwrite(where.data(), 1, where.size(), stderr);
+    }
     std::fflush(nullptr);
     std::_Exit(1);
 }

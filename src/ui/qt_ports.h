@@ -36,10 +36,13 @@ public:
     };
     ProcessErrorReport(CallListener& events, Mode mode);
     void Report(const RuntimeError& error) override;
+    // Where this session's log is, for the report's details; none without.
+    void SetSessionLog(std::string path) { sessionLog_ = std::move(path); }
 
 private:
     CallListener& events_;
     Mode mode_;
+    std::string sessionLog_;
 };
 
 // The secondary windows as dialogs owned by the console window. Each is made
