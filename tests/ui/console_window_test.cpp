@@ -83,6 +83,29 @@ TEST_F(ConsoleWindowTest, ControlCharactersAreDrawnAsSymbols) {
     EXPECT_EQ(QString::fromUtf8("A«NUL»«CR»"), VisibleText(Text(u"A\0\r", 3), LineBreaks::None));
 }
 
+// A line of many megabytes would cost the toolkit gigabytes to lay out: the
+// box shows its start and says so, while the model keeps every character.
+TEST_F(ConsoleWindowTest, AVeryLongTextIsShownInPartAndKeptWhole) {
+    const Text line(40'000, u'x');
+    app_->console().SetDataBox(line + u"\r\nend");
+    const QString shown = Find<QPlainTextEdit>("InBox")->toPlainText();
+    EXPECT_EQ(QString(16 * 1024, QLatin1Char('x')) + QString::fromUtf8(" … (a longer line, shown in part)\nend"),
+              shown);
+    EXPECT_EQ(40'005u, app_->console().DataBox().size());
+
+    const Text lines = [] {
+        Text text;
+        for (int n = 0; n < 200'000; ++n) {
+            text += u"0123456789\r\n";
+        }
+        return text;
+    }();
+    const QString many = VisibleText(lines, LineBreaks::AtCrLf);
+    EXPECT_TRUE(many.endsWith(QStringLiteral("\n… shown in part: 2400000 characters in all")))
+        << many.right(60).toStdString();
+    EXPECT_LT(many.size(), 1024 * 1024 + 64);
+}
+
 TEST_F(ConsoleWindowTest, SmallButtonsAreOnTopPaintedAndTakeTheClick) {
     struct Overlap {
         const char* small;
