@@ -18,6 +18,10 @@ std::optional<std::string> ProcessEnvironment(const std::string& name);
 //   $XDG_DATA_HOME/vantrel-test/x when XDG_DATA_HOME is an absolute path, else
 //   $HOME/.local/share/vantrel-test/x, else
 //   vantrel-test/x under the current folder.
+// Where that folder lacks the file and no $VANTREL_DRIVE_X is set, the same
+// path under vantrel-test/x of the system's data folders ($XDG_DATA_DIRS,
+// else /usr/local/share and /usr/share) is used when it exists there: an
+// installed console finds its sample image so.
 // Backslashes become slashes; a path without a drive stays relative.
 std::filesystem::path MapWindowsPath(std::string_view windowsPath, const EnvironmentLookup& environment);
 

@@ -10,6 +10,8 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <regex>
+#include <set>
 #include <sstream>
 
 namespace vantrel::testing {
@@ -128,6 +130,31 @@ TEST(CommandLine, HelpAndVersionAnswerWithoutAWindow) {
     EXPECT_THAT(help.out, HasSubstr("--exit-when-shown"));
     EXPECT_EQ(0, RunProgram("--version").exitCode);
     EXPECT_NE(0, RunProgram("--bogus").exitCode);
+}
+
+// The manual page and --help name the same options: each option of the one
+// is in the other.
+TEST(CommandLine, TheManualPageAndHelpNameTheSameOptions) {
+    const std::string help = RunProgram("--help").out;
+    std::ifstream file(std::string(VANTREL_SOURCE_DIR) + "/packaging/vantrel-test.1");
+    std::ostringstream page;
+    page << file.rdbuf();
+    const auto options = [](const std::string& text, const std::string& dash) {
+        std::set<std::string> found;
+        const std::regex option(dash + dash + "([a-z][a-z]*(" + dash + "[a-z]+)*)");
+        for (auto match = std::sregex_iterator(text.begin(), text.end(), option); match != std::sregex_iterator();
+             ++match) {
+            std::string name = (*match)[1];
+            for (std::size_t at; (at = name.find("\\-")) != std::string::npos;) {
+                name.replace(at, 2, "-");
+            }
+            found.insert(name);
+        }
+        return found;
+    };
+    const std::set<std::string> inHelp = options(help, "-");
+    EXPECT_GE(inHelp.size(), 7u);  // --simulator ... --version
+    EXPECT_EQ(inHelp, options(page.str(), "\\\\-"));
 }
 
 // The start-up measurement hook: the moment the window is first shown, with

@@ -153,10 +153,43 @@ class WindowsPath : public ::testing::TestWithParam<PathCase> {};
 TEST_P(WindowsPath, MapsTheDriveToItsFolder) {
     const PathCase& c = GetParam();
     const auto lookup = [&](const std::string& name) -> std::optional<std::string> {
+        // No system data folder holds the file, whatever is installed here.
+        if (name == "XDG_DATA_DIRS") {
+            return "/nonexistent-system-data";
+        }
         const auto found = c.environment.find(name);
         return found == c.environment.end() ? std::nullopt : std::optional(found->second);
     };
     EXPECT_EQ(std::filesystem::path(c.expected), MapWindowsPath(c.windowsPath, lookup));
+}
+
+// An installed console finds the sample image in the system's data folders
+// when the user's drive lacks it; the user's own file, or a drive named
+// outright, comes first.
+TEST(WindowsPath, AFileTheUsersDriveLacksComesFromTheSystemsDataFolders) {
+    const std::filesystem::path root = ::testing::TempDir() + "vantrel-data-folders";
+    std::filesystem::remove_all(root);
+    const std::filesystem::path installed = root / "second/vantrel-test/c/Projects/Vantrel/VantrelTest Utility";
+    std::filesystem::create_directories(installed);
+    std::ofstream(installed / "FP_blk.hex") << "FF";
+    std::map<std::string, std::string> environment = {
+        {"HOME", (root / "home").string()},
+        {"XDG_DATA_DIRS", (root / "first").string() + ":relative:" + (root / "second").string()},
+    };
+    const auto lookup = [&](const std::string& name) -> std::optional<std::string> {
+        const auto found = environment.find(name);
+        return found == environment.end() ? std::nullopt : std::optional(found->second);
+    };
+    EXPECT_EQ(installed / "FP_blk.hex", MapWindowsPath(kImageFile, lookup));
+
+    const std::filesystem::path own = root / "home/.local/share/vantrel-test/c/Projects/Vantrel/VantrelTest Utility";
+    std::filesystem::create_directories(own);
+    std::ofstream(own / "FP_blk.hex") << "00";
+    EXPECT_EQ(own / "FP_blk.hex", MapWindowsPath(kImageFile, lookup));
+
+    environment["VANTREL_DRIVE_C"] = (root / "named").string();
+    EXPECT_EQ(root / "named/Projects/Vantrel/VantrelTest Utility/FP_blk.hex", MapWindowsPath(kImageFile, lookup));
+    std::filesystem::remove_all(root);
 }
 
 const std::string kImage(kImageFile);
