@@ -13,24 +13,7 @@ constexpr int kAutomationError = 440;
 
 RuntimeError Numbered(int number, std::string description) { return {number, std::move(description)}; }
 
-// The platform's text for the numbers a call can fail with.
-std::string PlatformText(int number) {
-    switch (number) {
-    case 5: return errors::InvalidProcedureCall().description();
-    case 6: return errors::Overflow().description();
-    case 7: return "Out of memory";
-    case 13: return errors::TypeMismatch().description();
-    case 91: return errors::ObjectNotSet().description();
-    case 94: return errors::InvalidUseOfNull().description();
-    case 429: return errors::CannotCreateObject().description();
-    case 430: return "Class does not support Automation or does not support expected interface";
-    case 438: return errors::UnsupportedMember().description();
-    case 448: return "Named argument not found";
-    case 449: return "Argument not optional";
-    case 450: return "Wrong number of arguments or invalid property assignment";
-    default: return "Application-defined or object-defined error";
-    }
-}
+std::string PlatformText(int number) { return std::string(RunTimeErrorText(number)); }
 
 std::string SystemText(HRESULT result) {
     LPWSTR buffer = nullptr;
@@ -62,7 +45,18 @@ RuntimeError OutOfMemory() { return Numbered(7, PlatformText(7)); }
 RuntimeError ErrorFromHresult(HRESULT result) {
     switch (result) {
     case DISP_E_UNKNOWNNAME:
-    case DISP_E_MEMBERNOTFOUND: return errors::UnsupportedMember();
+    case DISP_E_MEMBERNOTFOUND:
+    case DISP_E_UNKNOWNINTERFACE: return errors::UnsupportedMember();
+    case E_NOTIMPL: return RunTimeErrorOf(445);
+    case DISP_E_NOTACOLLECTION: return RunTimeErrorOf(451);
+    case DISP_E_BADINDEX:
+    case TYPE_E_OUTOFBOUNDS: return RunTimeErrorOf(9);
+    case DISP_E_UNKNOWNLCID: return RunTimeErrorOf(447);
+    case DISP_E_ARRAYISLOCKED: return RunTimeErrorOf(10);
+    case E_NOINTERFACE: return RunTimeErrorOf(430);
+    case E_INVALIDARG: return RunTimeErrorOf(5);
+    case E_ACCESSDENIED: return RunTimeErrorOf(70);
+    case TYPE_E_TYPEMISMATCH: return errors::TypeMismatch();
     case DISP_E_BADPARAMCOUNT: return Numbered(450, PlatformText(450));
     case DISP_E_PARAMNOTOPTIONAL: return Numbered(449, PlatformText(449));
     case DISP_E_PARAMNOTFOUND:
@@ -70,6 +64,7 @@ RuntimeError ErrorFromHresult(HRESULT result) {
     case DISP_E_TYPEMISMATCH:
     case DISP_E_BADVARTYPE: return errors::TypeMismatch();
     case DISP_E_OVERFLOW: return errors::Overflow();
+    case DISP_E_DIVBYZERO: return RunTimeErrorOf(11);
     case E_OUTOFMEMORY: return OutOfMemory();
     case DISP_E_EXCEPTION: return Numbered(kAutomationError, "Automation error");
     default: break;
@@ -96,7 +91,7 @@ RuntimeError ErrorFromException(EXCEPINFO& exception) {
         number = HRESULT_CODE(exception.scode);
         fallback = PlatformText(number);
     } else if (exception.scode != 0) {
-        const RuntimeError mapped = AutomationError(exception.scode);
+        const RuntimeError mapped = ErrorFromHresult(exception.scode);
         number = mapped.number();
         fallback = mapped.description();
     }

@@ -22,13 +22,18 @@ namespace vantrel::com {
 // The description is the server's own where it gave one, else the
 // platform's text for the number.
 //
-// A failing HRESULT without EXCEPINFO maps to the platform's error for it:
-// DISP_E_UNKNOWNNAME and DISP_E_MEMBERNOTFOUND are 438, DISP_E_BADPARAMCOUNT
-// 450, DISP_E_PARAMNOTOPTIONAL 449, DISP_E_PARAMNOTFOUND and
-// DISP_E_NONAMEDARGS 448, DISP_E_TYPEMISMATCH and DISP_E_BADVARTYPE 13,
-// DISP_E_OVERFLOW 6, E_OUTOFMEMORY 7, FACILITY_CONTROL its low word, and any
-// other the HRESULT as a signed number with "Automation error" and the
-// system's text for it.
+// A failing HRESULT, without EXCEPINFO or as the scode in it, maps to the
+// platform's error for it: DISP_E_UNKNOWNNAME, DISP_E_MEMBERNOTFOUND and
+// DISP_E_UNKNOWNINTERFACE are 438, DISP_E_BADPARAMCOUNT 450,
+// DISP_E_PARAMNOTOPTIONAL 449, DISP_E_PARAMNOTFOUND and DISP_E_NONAMEDARGS
+// 448, DISP_E_TYPEMISMATCH, DISP_E_BADVARTYPE and TYPE_E_TYPEMISMATCH 13,
+// DISP_E_OVERFLOW 6, DISP_E_DIVBYZERO 11, E_OUTOFMEMORY 7, E_NOTIMPL 445, DISP_E_NOTACOLLECTION
+// 451, DISP_E_BADINDEX and TYPE_E_OUTOFBOUNDS 9, DISP_E_UNKNOWNLCID 447,
+// DISP_E_ARRAYISLOCKED 10, E_NOINTERFACE 430, E_INVALIDARG 5,
+// E_ACCESSDENIED 70, FACILITY_CONTROL its low word, and any other the
+// HRESULT as a signed number with "Automation error" and the system's text
+// for it. Each number comes with the platform's text for it
+// (RunTimeErrorText) unless the server gave its own.
 RuntimeError ErrorFromHresult(HRESULT result);
 RuntimeError ErrorFromException(EXCEPINFO& exception);
 

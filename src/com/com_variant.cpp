@@ -68,6 +68,18 @@ void ToComVariant(const Variant& value, VARIANT& out) {
         V_VT(&out) = VT_BOOL;
         V_BOOL(&out) = value.boolean() ? VARIANT_TRUE : VARIANT_FALSE;
         break;
+    case Variant::Kind::Single:
+        V_VT(&out) = VT_R4;
+        V_R4(&out) = value.single();
+        break;
+    case Variant::Kind::Currency:
+        V_VT(&out) = VT_CY;
+        V_CY(&out).int64 = value.currency();
+        break;
+    case Variant::Kind::Date:
+        V_VT(&out) = VT_DATE;
+        V_DATE(&out) = value.dateSerial();
+        break;
     }
 }
 
@@ -128,19 +140,31 @@ Variant FromComVariant(const VARIANT& value) {
     case VT_UINT: return WholeNumber(V_UINT(&value));
     case VT_I8: return WholeNumber(V_I8(&value));
     case VT_UI8: return WholeNumber(V_UI8(&value));
-    case VT_R4:
-    case VT_CY:
+    case VT_R4: return Variant::OfSingle(V_R4(&value));
+    case VT_CY: return Variant::OfCurrency(V_CY(&value).int64);
+    case VT_DATE: {
+        // The platform's own text for it: the system's short date and time.
+        ScopedVariant converted;
+        ChangeType(value, VT_BSTR, converted);
+        return Variant::OfDate(V_DATE(&value), TextOf(V_BSTR(converted.get())));
+    }
+    case VT_DISPATCH:
+    case VT_UNKNOWN:
+        // Nothing where a value was wanted.
+        if (!V_UNKNOWN(&value)) {
+            throw errors::ObjectNotSet();
+        }
+        break;
     case VT_DECIMAL: {
         ScopedVariant converted;
         ChangeType(value, VT_R8, converted);
         return Variant::OfDouble(V_R8(converted.get()));
     }
-    default: {
-        ScopedVariant converted;
-        ChangeType(value, VT_BSTR, converted);
-        return Variant::OfText(TextOf(V_BSTR(converted.get())));
+    default: break;
     }
-    }
+    ScopedVariant converted;
+    ChangeType(value, VT_BSTR, converted);
+    return Variant::OfText(TextOf(V_BSTR(converted.get())));
 }
 
 }  // namespace vantrel::com

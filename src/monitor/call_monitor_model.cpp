@@ -65,6 +65,9 @@ std::string ValueLabel(const Variant& value) {
         return "r8 " + std::string(buffer, end);
     }
     case Variant::Kind::Boolean: return value.boolean() ? "bool True" : "bool False";
+    case Variant::Kind::Single: return "r4 " + ToUtf8(ToText(value));
+    case Variant::Kind::Currency: return "cy " + ToUtf8(ToText(value));
+    case Variant::Kind::Date: return "date " + ToUtf8(value.dateText());
     }
     return {};
 }

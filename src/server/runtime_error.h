@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace vantrel {
 
@@ -18,6 +19,13 @@ private:
     int number_;
     std::string description_;
 };
+
+// The platform's text for a run-time error number, as its error report shows
+// it; "Application-defined or object-defined error" for a number it has no
+// text of its own for.
+std::string_view RunTimeErrorText(int number);
+// The error with the platform's text for its number.
+RuntimeError RunTimeErrorOf(int number);
 
 // The platform errors the console can raise itself.
 namespace errors {

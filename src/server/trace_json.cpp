@@ -115,6 +115,25 @@ void WriteValue(JsonOut& out, const Variant& value) {
         out.Real(value.real());
         break;
     case Variant::Kind::Boolean: out.Raw(value.boolean() ? R"({"bool":true})" : R"({"bool":false})"); return;
+    case Variant::Kind::Single: {
+        // Nine digits give the 32-bit value back exactly.
+        char text[32];
+        std::snprintf(text, sizeof text, "%.9g", static_cast<double>(value.single()));
+        out.Raw("{\"r4\":");
+        out.Raw(std::isfinite(value.single()) ? text : "null");
+        break;
+    }
+    case Variant::Kind::Currency:
+        // As text: a double would lose the last of its decimals.
+        out.Raw("{\"cy\":");
+        out.String(ToText(value));
+        break;
+    case Variant::Kind::Date:
+        out.Raw("{\"date\":");
+        out.Real(value.dateSerial());
+        out.Raw(",\"text\":");
+        out.String(value.dateText());
+        break;
     }
     out.Char('}');
 }

@@ -135,21 +135,40 @@ INSTANTIATE_TEST_SUITE_P(
         ResultCase{"Int64", Make<VT_I8>([](VARIANT& v) { V_I8(&v) = -123; }), Variant::OfInt32(-123)},
         ResultCase{"Unsigned64TooLarge", Make<VT_UI8>([](VARIANT& v) { V_UI8(&v) = 10000000000000000000ull; }),
                    Variant::OfDouble(1e19)},
-        ResultCase{"Single", Make<VT_R4>([](VARIANT& v) { V_R4(&v) = 1.5f; }), Variant::OfDouble(1.5)},
-        ResultCase{"Currency", Make<VT_CY>([](VARIANT& v) { V_CY(&v).int64 = 12500; }), Variant::OfDouble(1.25)},
+        ResultCase{"Single", Make<VT_R4>([](VARIANT& v) { V_R4(&v) = 1.1f; }), Variant::OfSingle(1.1f)},
+        ResultCase{"Currency", Make<VT_CY>([](VARIANT& v) { V_CY(&v).int64 = 1234567890123456; }),
+                   Variant::OfCurrency(1234567890123456)},
         ResultCase{"Reference", Make<VT_BYREF | VT_I4>([](VARIANT& v) { V_I4REF(&v) = &gReferenced; }),
                    Variant::OfInt32(70000)}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(ComBackend, ADateComesAsItsText) {
+// A date keeps its serial number and the platform's text for it, in the
+// system's short date and time (the prefix's default locale here).
+TEST_F(ComBackend, ADateComesWithThePlatformsTextForIt) {
     VARIANT date;
     VariantInit(&date);
     V_VT(&date) = VT_DATE;
-    V_DATE(&date) = 36526.0;  // the first of January 2000
+    V_DATE(&date) = 36526.75;  // the first of January 2000, six in the evening
     probe.Answer(date);
     const Variant answer = object->Call("SystemVersions");
-    ASSERT_TRUE(answer.is(Variant::Kind::Text));
-    EXPECT_NE(Text::npos, answer.text().find(u"2000")) << Escaped(answer.text());
+    ASSERT_TRUE(answer.is(Variant::Kind::Date));
+    EXPECT_EQ(36526.75, answer.dateSerial());
+    EXPECT_TEXT(u"1/1/2000 6:00:00 PM", ToText(answer));
+}
+
+TEST_F(ComBackend, NothingWhereAValueWasWantedIsError91) {
+    VARIANT nothing;
+    VariantInit(&nothing);
+    V_VT(&nothing) = VT_DISPATCH;
+    V_DISPATCH(&nothing) = nullptr;
+    probe.Answer(nothing);
+    try {
+        object->Call("SystemVersions");
+        ADD_FAILURE() << "no error";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(91, error.number());
+        EXPECT_EQ("Object variable or With block variable not set", error.description());
+    }
 }
 
 TEST_F(ComBackend, AValueWithNoTextualFormIsATypeMismatch) {
@@ -244,35 +263,59 @@ HRESULT STDAPICALLTYPE FillLater(EXCEPINFO* exception) {
 
 INSTANTIATE_TEST_SUITE_P(
     Errors, Failure,
-    ::testing::Values(ErrorCase{"ServerNumberInWCode", DISP_E_EXCEPTION,
-                                [](EXCEPINFO& e) {
-                                    e.wCode = 30001;
-                                    e.bstrDescription = Bstr(L"Position busy");
-                                },
-                                30001, "Position busy"},
-                      ErrorCase{"ControlFacilityScode", DISP_E_EXCEPTION,
-                                [](EXCEPINFO& e) {
-                                    e.scode = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, 5);
-                                    e.bstrSource = Bstr(L"Vantrel.Application");
-                                },
-                                5, "Invalid procedure call or argument"},
-                      ErrorCase{"ObjectDefinedScode", DISP_E_EXCEPTION,
-                                [](EXCEPINFO& e) {
-                                    e.scode = static_cast<SCODE>(0x80040201);
-                                    e.bstrDescription = Bstr(L"Queue empty");
-                                },
-                                -2147220991, "Queue empty"},
-                      ErrorCase{"DeferredFillIn", DISP_E_EXCEPTION,
-                                [](EXCEPINFO& e) { e.pfnDeferredFillIn = FillLater; }, 30002, "Filled in late"},
-                      ErrorCase{"ExceptionWithoutCode", DISP_E_EXCEPTION, [](EXCEPINFO&) {}, 440, "Automation error"},
-                      ErrorCase{"MemberNotFound", DISP_E_MEMBERNOTFOUND, nullptr, 438,
-                                "Object doesn't support this property or method"},
-                      ErrorCase{"WrongArgumentCount", DISP_E_BADPARAMCOUNT, nullptr, 450,
-                                "Wrong number of arguments or invalid property assignment"},
-                      ErrorCase{"ArgumentTypeRejected", DISP_E_TYPEMISMATCH, nullptr, 13, "Type mismatch"},
-                      ErrorCase{"ArgumentMissing", DISP_E_PARAMNOTOPTIONAL, nullptr, 449, "Argument not optional"},
-                      ErrorCase{"ControlFacilityHresult", MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, 6), nullptr, 6,
-                                "Overflow"}),
+    ::testing::Values(
+        ErrorCase{"ServerNumberInWCode", DISP_E_EXCEPTION,
+                  [](EXCEPINFO& e) {
+                      e.wCode = 30001;
+                      e.bstrDescription = Bstr(L"Position busy");
+                  },
+                  30001, "Position busy"},
+        ErrorCase{"ControlFacilityScode", DISP_E_EXCEPTION,
+                  [](EXCEPINFO& e) {
+                      e.scode = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, 5);
+                      e.bstrSource = Bstr(L"Vantrel.Application");
+                  },
+                  5, "Invalid procedure call or argument"},
+        ErrorCase{"ObjectDefinedScode", DISP_E_EXCEPTION,
+                  [](EXCEPINFO& e) {
+                      e.scode = static_cast<SCODE>(0x80040201);
+                      e.bstrDescription = Bstr(L"Queue empty");
+                  },
+                  -2147220991, "Queue empty"},
+        ErrorCase{"DeferredFillIn", DISP_E_EXCEPTION, [](EXCEPINFO& e) { e.pfnDeferredFillIn = FillLater; }, 30002,
+                  "Filled in late"},
+        ErrorCase{"ExceptionWithoutCode", DISP_E_EXCEPTION, [](EXCEPINFO&) {}, 440, "Automation error"},
+        ErrorCase{"MemberNotFound", DISP_E_MEMBERNOTFOUND, nullptr, 438,
+                  "Object doesn't support this property or method"},
+        ErrorCase{"WrongArgumentCount", DISP_E_BADPARAMCOUNT, nullptr, 450,
+                  "Wrong number of arguments or invalid property assignment"},
+        ErrorCase{"ArgumentTypeRejected", DISP_E_TYPEMISMATCH, nullptr, 13, "Type mismatch"},
+        ErrorCase{"ArgumentMissing", DISP_E_PARAMNOTOPTIONAL, nullptr, 449, "Argument not optional"},
+        ErrorCase{"ControlFacilityHresult", MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, 6), nullptr, 6, "Overflow"},
+        // A server's number without a description of its own
+        // gets the platform's text for it.
+        ErrorCase{"ServerNumberWithoutText", DISP_E_EXCEPTION,
+                  [](EXCEPINFO& e) { e.scode = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, 76); }, 76,
+                  "Path not found"},
+        ErrorCase{"ServerScodeWithoutText", DISP_E_EXCEPTION, [](EXCEPINFO& e) { e.scode = E_NOTIMPL; }, 445,
+                  "Object doesn't support this action"},
+        ErrorCase{"NotImplemented", E_NOTIMPL, nullptr, 445, "Object doesn't support this action"},
+        ErrorCase{"NotACollection", DISP_E_NOTACOLLECTION, nullptr, 451,
+                  "Property let procedure not defined and property get procedure did not return an "
+                  "object"},
+        ErrorCase{"UnknownInterface", DISP_E_UNKNOWNINTERFACE, nullptr, 438,
+                  "Object doesn't support this property or method"},
+        ErrorCase{"BadIndex", DISP_E_BADINDEX, nullptr, 9, "Subscript out of range"},
+        ErrorCase{"UnknownLocale", DISP_E_UNKNOWNLCID, nullptr, 447, "Object doesn't support current locale setting"},
+        ErrorCase{"ArrayLocked", DISP_E_ARRAYISLOCKED, nullptr, 10, "This array is fixed or temporarily locked"},
+        ErrorCase{"NoInterface", E_NOINTERFACE, nullptr, 430,
+                  "Class does not support Automation or does not support expected interface"},
+        ErrorCase{"InvalidArgument", E_INVALIDARG, nullptr, 5, "Invalid procedure call or argument"},
+        ErrorCase{"AccessDenied", E_ACCESSDENIED, nullptr, 70, "Permission denied"},
+        ErrorCase{"LibraryTypeMismatch", TYPE_E_TYPEMISMATCH, nullptr, 13, "Type mismatch"},
+        ErrorCase{"LibraryOutOfBounds", TYPE_E_OUTOFBOUNDS, nullptr, 9, "Subscript out of range"},
+        ErrorCase{"NoNamedArguments", DISP_E_NONAMEDARGS, nullptr, 448, "Named argument not found"},
+        ErrorCase{"BadVariantType", DISP_E_BADVARTYPE, nullptr, 13, "Type mismatch"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(ComBackend, AnyOtherHresultIsAnAutomationErrorWithItsNumber) {

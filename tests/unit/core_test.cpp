@@ -1,6 +1,7 @@
 #include "server/runtime_error.h"
 #include "server/server_calls.h"
 #include "server/trace_json.h"
+#include "server/text.h"
 #include "server/variant.h"
 
 #include "support/test_support.h"
@@ -33,17 +34,75 @@ TEST(Conversions, ToInt16FollowsThePlatformRules) {
     EXPECT_EQ(2, ToInt16(Variant::OfDouble(2.5)));
 }
 
-TEST(Conversions, NumbersReadTheSameUnderAnyLocale) {
-    // Qt adopts the user's locale; a comma-decimal one must not change what
-    // an answer means.
-    const char* previous = std::setlocale(LC_NUMERIC, nullptr);
+// Text to a number as the platform reads it in the user's locale: here the
+// default one, with a point for decimals, commas between thousands and "$".
+TEST(Conversions, TextReadsAsThePlatformReadsItInTheUsersLocale) {
+    struct Case {
+        const char16_t* text;
+        int number;  // the whole number, or the error
+    };
+    for (const Case& c :
+         {Case{u"1,000", 1000}, Case{u"12,345.6", 12346}, Case{u"$5", 5}, Case{u"5$", 5}, Case{u"(5)", -5},
+          Case{u"($5)", -5}, Case{u"5-", -5}, Case{u" 7+ ", 7}, Case{u"-$2.5", -2}, Case{u",5", 13}, Case{u"5,", 13},
+          Case{u"(5", 13}, Case{u"--5", 13}, Case{u"$", 13}, Case{u"5 -", 13}}) {
+        int outcome = 0;
+        try {
+            outcome = ToInt16(Variant::OfText(c.text));
+        } catch (const RuntimeError& error) {
+            outcome = error.number();
+        }
+        EXPECT_EQ(c.number, outcome) << Escaped(c.text);
+    }
+}
+
+// A comma-decimal locale reads "2,5" as two and a half and "1.000" as a
+// thousand, as the platform does there.
+TEST(Conversions, AnotherLocaleHasItsOwnSigns) {
+    const char* previous = std::setlocale(LC_ALL, nullptr);
     const std::string saved = previous ? previous : "C";
-    if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr && std::setlocale(LC_NUMERIC, "fr_FR.UTF-8") == nullptr) {
+    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr && std::setlocale(LC_ALL, "fr_FR.UTF-8") == nullptr) {
         GTEST_SKIP() << "no comma-decimal locale on this machine";
     }
-    EXPECT_EQ(2, ToInt16(Variant::OfText(u"2.5")));
-    EXPECT_EQ(4, ToInt16(Variant::OfText(u"3.5")));
-    std::setlocale(LC_NUMERIC, saved.c_str());
+    EXPECT_EQ(2, ToInt16(Variant::OfText(u"2,5")));
+    EXPECT_EQ(4, ToInt16(Variant::OfText(u"3,5")));
+    std::setlocale(LC_ALL, saved.c_str());
+}
+
+// Results of the kinds a server may answer, shown as the platform shows them.
+TEST(Conversions, SinglesCurrenciesAndDatesShowAsThePlatformShowsThem) {
+    EXPECT_TEXT(u"1.1", ToText(Variant::OfSingle(1.1f)));
+    EXPECT_TEXT(u"1.677722E+07", ToText(Variant::OfSingle(16777220.0f)));
+    EXPECT_TEXT(u"0.0001", ToText(Variant::OfSingle(0.0001f)));
+    EXPECT_TEXT(u"-2.5", ToText(Variant::OfSingle(-2.5f)));
+    EXPECT_TEXT(u"123456789012.3456", ToText(Variant::OfCurrency(1234567890123456)));
+    EXPECT_TEXT(u"-1.5", ToText(Variant::OfCurrency(-15000)));
+    EXPECT_TEXT(u"0.0001", ToText(Variant::OfCurrency(1)));
+    EXPECT_TEXT(u"7", ToText(Variant::OfCurrency(70000)));
+    EXPECT_TEXT(u"11/24/2026 3:30:00 PM", ToText(Variant::OfDate(46350.645833, u"11/24/2026 3:30:00 PM")));
+    // As numbers they round as a Double does; a Date by its serial number.
+    EXPECT_EQ(2, ToInt16(Variant::OfSingle(2.5f)));
+    EXPECT_EQ(2, ToInt16(Variant::OfCurrency(25000)));
+    EXPECT_EQ(3, ToInt16(Variant::OfDate(2.75, u"1/1/1900 6:00:00 PM")));
+    try {
+        ToInt16(Variant::OfDate(46350.5, u"11/24/2026 12:00:00 PM"));
+        ADD_FAILURE() << "a date of this century is no 16-bit number";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(6, error.number());
+    }
+}
+
+// The platform's text for every number a server may raise without one.
+TEST(RunTimeErrors, EachNumberHasThePlatformsText) {
+    EXPECT_EQ("File not found", RunTimeErrorText(53));
+    EXPECT_EQ("Path not found", RunTimeErrorText(76));
+    EXPECT_EQ("File already exists", RunTimeErrorText(58));
+    EXPECT_EQ("Device unavailable", RunTimeErrorText(68));
+    EXPECT_EQ("This key is already associated with an element of this collection", RunTimeErrorText(457));
+    EXPECT_EQ("Subscript out of range", RunTimeErrorText(9));
+    EXPECT_EQ("Division by zero", RunTimeErrorText(11));
+    EXPECT_EQ("Object doesn't support this action", RunTimeErrorText(445));
+    EXPECT_EQ("Application-defined or object-defined error", RunTimeErrorText(1000));
+    EXPECT_EQ("Application-defined or object-defined error", RunTimeErrorText(-2147467259));
 }
 
 TEST(Conversions, FailuresCarryThePlatformErrorNumbers) {
