@@ -5,6 +5,7 @@
 #include "graphics/graphics.h"
 #include "graphics/local_path.h"
 #include "graphics/test_functions.h"
+#include "image_drive.h"
 #include "quiet_console.h"
 #include "targets.h"
 
@@ -25,32 +26,6 @@ namespace vantrel::bench {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Where the console finds its image file when drive C: is the folder.
-fs::path ImageIn(const fs::path& drive) {
-    return MapWindowsPath(kImageFile, [&drive](const std::string& name) -> std::optional<std::string> {
-        if (name == "VANTREL_DRIVE_C") {
-            return drive.string();
-        }
-        return std::nullopt;
-    });
-}
-
-// A drive folder per size, holding the image file as the console names it:
-// hexadecimal text in lines of 64 digits with CR LF, written once.
-fs::path DriveWithImage(std::size_t length) {
-    const fs::path drive = fs::temp_directory_path() / ("vantrel-bench-drive-" + std::to_string(length));
-    const fs::path file = ImageIn(drive);
-    if (std::error_code error; fs::file_size(file, error) != length || error) {
-        fs::create_directories(file.parent_path());
-        const std::string line = std::string(64, 'F') + "\r\n";
-        std::ofstream out(file, std::ios::binary | std::ios::trunc);
-        for (std::size_t written = 0; written < length; written += line.size()) {
-            out.write(line.data(), static_cast<std::streamsize>(std::min(line.size(), length - written)));
-        }
-    }
-    return drive;
-}
 
 void ReportPerByte(benchmark::State& state) {
     state.counters["per_byte"] =

@@ -1,5 +1,7 @@
 #include "peak_memory.h"
 
+#include "image_drive.h"
+
 #include <sys/resource.h>
 #include <sys/wait.h>
 
@@ -17,8 +19,8 @@ namespace fs = std::filesystem;
 // did not end with 0.
 double PeakOf(const std::string& console, const fs::path& folder, const std::string& name, const std::string& script) {
     std::ofstream(folder / (name + ".vts"), std::ios::binary) << script;
-    const std::string command = "cd '" + folder.string() + "' && VANTREL_DRIVE_C='" + (folder / "c").string() +
-                                "' exec '" + console + "' --simulator --script " + name + ".vts --trace " + name +
+    const std::string command = "cd '" + folder.string() + "' && VANTREL_DRIVE_C='" + folder.string() + "' exec '" +
+                                console + "' --simulator --script " + name + ".vts --trace " + name +
                                 ".jsonl > /dev/null 2>&1 < /dev/null";
     const pid_t pid = ::fork();
     if (pid == 0) {
@@ -37,16 +39,7 @@ double PeakOf(const std::string& console, const fs::path& folder, const std::str
 
 PeakMemory MeasurePeakMemory(const std::string& console) {
     PeakMemory peak;
-    const fs::path folder = fs::temp_directory_path() / "vantrel-bench-peak";
-    const fs::path image = folder / "c/Projects/Vantrel/VantrelTest Utility/FP_blk.hex";
-    fs::create_directories(image.parent_path());
-    if (std::error_code error; fs::file_size(image, error) != (64u << 20) || error) {
-        const std::string line = std::string(64, 'F') + "\r\n";
-        std::ofstream out(image, std::ios::binary | std::ios::trunc);
-        for (std::size_t written = 0; written < (64u << 20); written += line.size()) {
-            out.write(line.data(), static_cast<std::streamsize>(std::min(line.size(), (64u << 20) - written)));
-        }
-    }
+    const fs::path folder = DriveWithImage(64u << 20);
     peak.baselineBytes = PeakOf(console, folder, "baseline", "click Button3\n");
     const double image64 =
         PeakOf(console, folder, "image", "click TEST_FUNCTION_BUTTON\nclick SET_IMAGE_BUTTON\nclick EXIT_BUTTON\n");

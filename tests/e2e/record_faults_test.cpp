@@ -11,20 +11,12 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 
 namespace vantrel::testing {
 namespace {
 
 using ::testing::HasSubstr;
-
-std::string Slurp(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
 
 // A shell command run in a fresh folder holding script.vts (two clicks and a
 // print); $B is the program. Standard error is collected.

@@ -9,14 +9,14 @@
 
 namespace vantrel::testing {
 
-namespace {
-
 std::string Slurp(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     std::ostringstream out;
     out << file.rdbuf();
     return out.str();
 }
+
+namespace {
 
 std::string Quoted(const std::string& word) {
     std::string out = "'";

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace vantrel::testing {
+
+// The whole of a file, bytes as they are; empty when it cannot be read.
+std::string Slurp(const std::filesystem::path& path);
 
 // The program run once in script mode, with what it left behind.
 struct ScriptRun {
