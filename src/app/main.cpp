@@ -21,7 +21,10 @@
 #include "ui/simulator_window.h"
 
 #include <QApplication>
+#include <QAction>
+#include <QMenu>
 #include <QMessageBox>
+#include <QSettings>
 #include <QTimer>
 
 #include <cstdio>
@@ -34,10 +37,13 @@
 
 namespace {
 
+constexpr char kKeepGoingKey[] = "keepGoingAfterRunTimeErrors";
+
 constexpr const char* kVersion = "1.0.0 (console Ver 1010.29)";
 
 constexpr const char* kHelp =
-    "Usage: vantrel-test [--simulator] [--trace FILE] [--script FILE] [--no-log] [--exit-when-shown]\n"
+    "Usage: vantrel-test [--simulator] [--trace FILE] [--script FILE] [--no-log] [--keep-going]\n"
+    "                    [--exit-when-shown]\n"
     "\n"
     "The hand-driven test console for the forecourt controller server\n"
     "\"Vantrel.Application\": one button per command, with every call echoed.\n"
@@ -48,6 +54,10 @@ constexpr const char* kHelp =
     "  --script FILE   run FILE headless on Qt's offscreen platform and exit:\n"
     "                  0 at its end, 1 through the error report, 2 when the\n"
     "                  script itself fails\n"
+    "  --keep-going    after a run-time error, show its report and go on instead\n"
+    "                  of ending the program (a script then ends with 1 when an\n"
+    "                  error was reported); Tools > Keep going after run-time\n"
+    "                  errors sets the same for normal runs, and is remembered\n"
     "  --no-log        write no session log (a run without --script writes its\n"
     "                  trace to $XDG_STATE_HOME/vantrel-test/logs, one file per\n"
     "                  run, the newest 20 runs or 100 MB kept)\n"
@@ -69,6 +79,7 @@ struct Options {
     bool simulator = false;
     bool exitWhenShown = false;
     bool noLog = false;
+    bool keepGoing = false;
     std::optional<std::string> trace;
     std::optional<std::string> script;
 };
@@ -117,6 +128,8 @@ int main(int argc, char* argv[]) {
         }
         if (argument == "--simulator") {
             options.simulator = true;
+        } else if (argument == "--keep-going") {
+            options.keepGoing = true;
         } else if (argument == "--no-log") {
             options.noLog = true;
         } else if (argument == "--exit-when-shown") {
@@ -202,6 +215,7 @@ int main(int argc, char* argv[]) {
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("VantrelTest"));
+    QApplication::setOrganizationName(QStringLiteral("vantrel-test"));
     QApplication::setStyle(new vantrel::ConsoleStyle);
 
     // "Vantrel.Application" resolves to the platform's automation where there
@@ -234,6 +248,10 @@ int main(int argc, char* argv[]) {
     vantrel::ProcessErrorReport report(events, options.script ? vantrel::ProcessErrorReport::Mode::StandardError
                                                               : vantrel::ProcessErrorReport::Mode::MessageBox);
     report.SetSessionLog(sessionLog);
+    // A normal run takes the technician's remembered choice; a script only
+    // what its command line says, so that every run of it is the same.
+    QSettings settings;
+    report.SetKeepGoing(options.keepGoing || (!options.script && settings.value(kKeepGoingKey, false).toBool()));
     vantrel::Prompter& prompter = options.script ? static_cast<vantrel::Prompter&>(scripted) : boxes;
     vantrel::ConsoleOptions consoleOptions;
     consoleOptions.runTimers = !options.script;
@@ -246,11 +264,21 @@ int main(int argc, char* argv[]) {
     try {
         console.Load();
     } catch (const vantrel::RuntimeError& error) {
-        report.Report(error);  // ends the program before any window is shown
+        report.ReportAndEnd(error);  // before any window is shown, whatever was asked
     }
     if (simulator) {
         vantrel::AddSimulatorTool(console.window(), *simulator);
     }
+    QAction* keepGoing = console.window().toolsMenu().addAction(QObject::tr("&Keep going after run-time errors"));
+    keepGoing->setObjectName(QStringLiteral("KeepGoingEntry"));
+    keepGoing->setCheckable(true);
+    keepGoing->setChecked(report.keepGoing());
+    QObject::connect(keepGoing, &QAction::toggled, [&report, &settings, script = options.script.has_value()](bool on) {
+        report.SetKeepGoing(on);
+        if (!script) {
+            settings.setValue(kKeepGoingKey, on);
+        }
+    });
     std::unique_ptr<vantrel::ShownProbe> probe;
     if (options.exitWhenShown) {
         probe = std::make_unique<vantrel::ShownProbe>(console.window());
@@ -265,5 +293,7 @@ int main(int argc, char* argv[]) {
     if (runner) {
         runner->Start();
     }
-    return QApplication::exec();
+    const int code = QApplication::exec();
+    // A script that went past a run-time error did not run cleanly.
+    return code == 0 && runner && report.reported() ? 1 : code;
 }

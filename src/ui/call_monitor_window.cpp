@@ -36,6 +36,15 @@ namespace vantrel {
 
 namespace {
 
+// "1 event", "2 events", "12,345 events".
+QString Counted(std::uint64_t count, const char* one, const char* many) {
+    return QString::fromStdString(Grouped(count)) + QLatin1Char(' ') + QLatin1String(count == 1 ? one : many);
+}
+
+}  // namespace
+
+namespace {
+
 using Column = CallMonitorModel::Column;
 
 const char* HeaderOf(Column column) {
@@ -515,7 +524,7 @@ bool CallMonitorWindow::ExportTo(const QString& path) {
         out.flush();
     }
     const bool written = static_cast<bool>(out);
-    message_ = written ? tr("%1 rows written to %2").arg(FromStd(Grouped(model_.size())), path)
+    message_ = written ? tr("%1 written to %2").arg(Counted(model_.size(), "row", "rows"), path)
                        : tr("Cannot write %1").arg(path);
     UpdateStatus();
     return written;
@@ -608,7 +617,7 @@ void CallMonitorWindow::UpdateMembers() {
 }
 
 void CallMonitorWindow::UpdateStatus() {
-    QString text = tr("%1 events").arg(FromStd(Grouped(model_.keptCount())));
+    QString text = Counted(model_.keptCount(), "event", "events");
     if (model_.filtered()) {
         text += tr(", %1 shown").arg(FromStd(Grouped(model_.size())));
     }

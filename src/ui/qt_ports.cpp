@@ -39,6 +39,19 @@ ProcessErrorReport::ProcessErrorReport(CallListener& events, Mode mode)
     , mode_(mode) {}
 
 void ProcessErrorReport::Report(const RuntimeError& error) {
+    Tell(error);
+    if (!keepGoing_) {
+        std::_Exit(1);
+    }
+    reported_ = true;
+}
+
+void ProcessErrorReport::ReportAndEnd(const RuntimeError& error) {
+    Tell(error);
+    std::_Exit(1);
+}
+
+void ProcessErrorReport::Tell(const RuntimeError& error) {
     CallEvent event;
     event.op = CallEvent::Op::Report;
     event.error = error;
@@ -63,7 +76,6 @@ void ProcessErrorReport::Report(const RuntimeError& error) {
         std::fwrite(where.data(), 1, where.size(), stderr);
     }
     std::fflush(nullptr);
-    std::_Exit(1);
 }
 
 void QtWindowHost::Attach(Console& console, QWidget& owner, EventDispatcher dispatch) {

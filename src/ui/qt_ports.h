@@ -39,10 +39,25 @@ public:
     // Where this session's log is, for the report's details; none without.
     void SetSessionLog(std::string path) { sessionLog_ = std::move(path); }
 
+    // On request, a run-time error is reported and the console goes on: the
+    // handler that raised it stops there, the session does not. Off by
+    // default: then every report ends the program.
+    void SetKeepGoing(bool on) { keepGoing_ = on; }
+    bool keepGoing() const { return keepGoing_; }
+    // Whether any error was reported and gone past.
+    bool reported() const { return reported_; }
+    // A report that ends the program whatever was asked: the console cannot
+    // go on without its server.
+    [[noreturn]] void ReportAndEnd(const RuntimeError& error);
+
 private:
+    void Tell(const RuntimeError& error);
+
     CallListener& events_;
     Mode mode_;
     std::string sessionLog_;
+    bool keepGoing_ = false;
+    bool reported_ = false;
 };
 
 // The secondary windows as dialogs owned by the console window. Each is made

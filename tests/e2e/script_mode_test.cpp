@@ -217,3 +217,39 @@ TEST(Tour, RunsToItsEndAndLeavesItsPictures) {
 
 }  // namespace
 }  // namespace vantrel::testing
+
+namespace vantrel::testing {
+namespace {
+
+// Keep going, on request: the report is shown and traced, the command that
+// raised the error stops there, the session goes on; a script then ends with
+// 1. Off by default, when the report ends the program.
+TEST(KeepGoing, OnRequestTheSessionGoesOnPastARunTimeError) {
+    const std::string failing =
+        "server fail SystemVersions 5 \"Invalid procedure call or argument\"\n"
+        "click SystemVersions\nclick Button3\n";
+    struct Case {
+        const char* how;
+        std::string script;
+        std::vector<std::string> arguments;
+        bool goesOn;
+    };
+    for (const Case& c :
+         {Case{"by default", failing, {}, false}, Case{"--keep-going", failing, {"--keep-going"}, true},
+          Case{"the Tools entry", "menu \"Tools\" \"Keep going after run-time errors\"\n" + failing, {}, true}}) {
+        const ScriptRun run = RunConsole(c.script, c.arguments);
+        EXPECT_EQ(1, run.exitCode) << c.how;
+        EXPECT_THAT(run.err, HasSubstr("Run-time error 5: Invalid procedure call or argument")) << c.how;
+        const auto report = std::find_if(run.trace.begin(), run.trace.end(), [](const std::string& line) {
+            return line.rfind(R"({"op":"report","number":5,)", 0) == 0;
+        });
+        ASSERT_NE(run.trace.end(), report) << c.how;
+        const bool after = std::any_of(report, run.trace.end(), [](const std::string& line) {
+            return line.find(R"("member":"FuelingPositionInformation","arg":{"i2":3})") != std::string::npos;
+        });
+        EXPECT_EQ(c.goesOn, after) << c.how;
+    }
+}
+
+}  // namespace
+}  // namespace vantrel::testing

@@ -249,7 +249,7 @@ TEST_F(CallMonitorWindowTest, ExportsTheShownRowsInTheTraceFormat) {
     written << file.rdbuf();
     EXPECT_EQ("{\"op\":\"put\",\"member\":\"Authorize\",\"value\":{\"text\":\"Hose=0\\r\\n\\u0000\"}}\n",
               written.str());
-    EXPECT_TRUE(Find<QLabel>("CallMonitorStatus")->text().contains(QStringLiteral("1 rows written")));
+    EXPECT_TRUE(Find<QLabel>("CallMonitorStatus")->text().contains(QStringLiteral("1 row written")));
 
     // A folder that does not exist: said in the status line, nothing else.
     EXPECT_FALSE(monitor_->window()->ExportTo(folder.filePath(QStringLiteral("no/such/folder/calls.jsonl"))));
