@@ -77,6 +77,18 @@ TEST_F(ConsoleWindowTest, ADoubleClickAsksAgain) {
     }
 }
 
+// Enter presses the focused command button, as Space does.
+TEST_F(ConsoleWindowTest, EnterPressesTheFocusedButton) {
+    auto* button = Find<QPushButton>("SystemVersions");
+    button->setFocus(Qt::TabFocusReason);
+    server_->calls.clear();
+    QTest::keyClick(button, Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return server_->calls.size() == 1; }, 2000));
+    EXPECT_EQ("SystemVersions", server_->calls[0].member);
+    QTest::keyClick(button, Qt::Key_Enter);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return server_->calls.size() == 2; }, 2000));
+}
+
 TEST_F(ConsoleWindowTest, ControlCharactersAreDrawnAsSymbols) {
     app_->console().SetDataBox(Text(u"A\0\x1b\n\r\nB", 7));
     EXPECT_EQ(QString::fromUtf8("A«NUL»«ESC»«LF»\n\nB"), Find<QPlainTextEdit>("InBox")->toPlainText());
