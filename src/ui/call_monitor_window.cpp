@@ -444,12 +444,16 @@ void CallMonitorWindow::SetFollowing(bool following) {
 
 void CallMonitorWindow::ApplyFilter() {
     model_.SetFilter(member_->currentData().toString().toStdString(), Unescaped(FromQString(filter_->text())));
-    // Keep the selected event selected when it passes the new filter.
+    // Keep the selected event selected when it passes the new filter; the
+    // detail of a row the filter hides goes with it.
     if (selected_) {
         if (const auto row = model_.RowOf(selectedNumber_)) {
             scrolling_ = true;
             table_->selectRow(static_cast<int>(*row));
             scrolling_ = false;
+        } else {
+            selected_.reset();
+            ShowDetail();
         }
     }
     if (follow_->isChecked()) {

@@ -252,7 +252,8 @@ void SimulatorWindow::QueueFault() {
             simulator_.QueueAnswer(member, Variant::OfInt32(70000));
         }
     }
-    Done({}, tr("Queued for the next call of %1").arg(QString::fromStdString(member)));
+    queuedNote_ = tr("Queued for the next call of %1").arg(QString::fromStdString(member));
+    Done({}, queuedNote_);
 }
 
 bool SimulatorWindow::Escaped(QLineEdit* box, std::u16string& text) {
@@ -314,8 +315,14 @@ void SimulatorWindow::Refresh() {
         errors_->addItem(ToQString(entry));
     }
     pending_->clear();
-    for (const std::string& line : simulator_.PendingFaults()) {
+    const std::vector<std::string> faults = simulator_.PendingFaults();
+    for (const std::string& line : faults) {
         pending_->addItem(QString::fromStdString(line));
+    }
+    // The note of a queued fault goes once every queued fault has been used.
+    if (faults.empty() && !queuedNote_.isEmpty() && status_->text() == queuedNote_) {
+        status_->clear();
+        queuedNote_.clear();
     }
     const QSignalBlocker blocker(automatic_);
     automatic_->setChecked(simulator_.automatic());

@@ -63,6 +63,7 @@ private:
     QTableWidget* positions_ = nullptr;
     QLabel* summary_ = nullptr;
     QLabel* status_ = nullptr;
+    QString queuedNote_;  // the status line of the last fault queued
     QListWidget* pending_ = nullptr;
     QListWidget* errors_ = nullptr;
     QTimer* timer_ = nullptr;

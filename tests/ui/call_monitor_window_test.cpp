@@ -183,6 +183,14 @@ TEST_F(CallMonitorWindowTest, FiltersByMemberAndTextCopiesALiteralAndClears) {
     EXPECT_EQ(QStringLiteral("DisplayData"), Cell(0, CallMonitorModel::Column::Member));
 
     ClickRow(0);
+    EXPECT_FALSE(Find<QPlainTextEdit>("CallMonitorText")->toPlainText().isEmpty());
+    // The detail follows the filter: a row it hides is shown no longer.
+    QTest::keyClicks(Find<QLineEdit>("CallMonitorFilter"), QStringLiteral("nothing holds this"));
+    EXPECT_EQ(0, Rows());
+    EXPECT_TRUE(Find<QPlainTextEdit>("CallMonitorText")->toPlainText().isEmpty());
+    Find<QLineEdit>("CallMonitorFilter")->clear();
+    QTest::keyClicks(Find<QLineEdit>("CallMonitorFilter"), QStringLiteral("\\eG"));
+    ClickRow(0);
     QTest::keyClick(Table(), Qt::Key_C, Qt::ControlModifier);
     const QString copied = QApplication::clipboard()->text();
     EXPECT_TRUE(

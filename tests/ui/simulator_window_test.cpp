@@ -119,11 +119,15 @@ TEST_F(SimulatorWindowTest, QueuedFaultsAreListedAndReachTheNextCall) {
     EXPECT_EQ(QStringLiteral("CardQue: fails with 438 \"Object doesn't support this property or method\""),
               pending->item(0)->text());
     EXPECT_EQ(QStringLiteral("TankMonitorReport: answers a text of 1000 characters"), pending->item(1)->text());
+    EXPECT_EQ(QStringLiteral("Queued for the next call of TankMonitorReport"), Status());
 
     EXPECT_THROW(simulator_.Call("CardQue"), RuntimeError);
+    window_->Refresh();
+    EXPECT_EQ(QStringLiteral("Queued for the next call of TankMonitorReport"), Status());  // one still queued
     EXPECT_EQ(1000u, Call("TankMonitorReport").size());
     window_->Refresh();
     EXPECT_EQ(0, pending->count());
+    EXPECT_EQ(QString(), Status());
 }
 
 TEST_F(SimulatorWindowTest, AnAssignedMemberCanOnlyFailOrBeLate) {
