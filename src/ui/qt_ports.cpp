@@ -6,32 +6,60 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QFontMetrics>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
 namespace vantrel {
 
+int TitleWidth(const QString& title) {
+    // The title in the title bar's font, and room for the frame's icon and
+    // buttons, so that a window manager need not cut it ("V... t").
+    const QFontMetrics metrics(QApplication::font("QMdiSubWindowTitleBar"));
+    return metrics.horizontalAdvance(title) + 140;
+}
+
+namespace {
+
+// A message box lays itself out from its text; a spacer as wide as the
+// title keeps it from growing narrower than that.
+void FitTitle(QMessageBox& box) {
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout())) {
+        grid->addItem(new QSpacerItem(TitleWidth(box.windowTitle()), 0, QSizePolicy::Minimum, QSizePolicy::Fixed),
+                      grid->rowCount(), 0, 1, grid->columnCount());
+    }
+}
+
+}  // namespace
+
 void QtPrompter::Message(const Text& text, const Text& title) {
     QMessageBox box(QMessageBox::NoIcon, ToQString(title), VisibleText(text, LineBreaks::AtCrLf), QMessageBox::Ok,
                     QApplication::activeWindow());
+    FitTitle(box);
     box.exec();
 }
 
 Answer QtPrompter::Ask(const Text& text, const Text& title) {
     QMessageBox box(QMessageBox::Question, ToQString(title), ToQString(text), QMessageBox::Yes | QMessageBox::No,
                     QApplication::activeWindow());
+    FitTitle(box);
     return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
 }
 
 Text QtPrompter::Input(const Text& prompt, const Text& title) {
-    bool accepted = false;
-    const QString entry = QInputDialog::getText(QApplication::activeWindow(), ToQString(title), ToQString(prompt),
-                                                QLineEdit::Normal, QString(), &accepted);
-    return accepted ? FromQString(entry) : Text();
+    QInputDialog box(QApplication::activeWindow());
+    box.setWindowTitle(ToQString(title));
+    box.setLabelText(ToQString(prompt));
+    box.setTextValue(QString());
+    box.setMinimumWidth(TitleWidth(box.windowTitle()));
+    box.resize(std::max(box.sizeHint().width(), box.minimumWidth()), box.sizeHint().height());
+    return box.exec() == QDialog::Accepted ? FromQString(box.textValue()) : Text();
 }
 
 ProcessErrorReport::ProcessErrorReport(CallListener& events, Mode mode)

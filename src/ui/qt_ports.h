@@ -17,7 +17,12 @@ namespace vantrel {
 
 class Console;
 
-// Real modal boxes: QMessageBox and QInputDialog.
+// The width a box needs so that its title is not cut: the title in the title
+// bar's font and room for the frame's icon and buttons.
+int TitleWidth(const QString& title);
+
+// Real modal boxes: QMessageBox and QInputDialog, each at least as wide as
+// its title needs.
 class QtPrompter final : public Prompter {
 public:
     void Message(const Text& text, const Text& title) override;

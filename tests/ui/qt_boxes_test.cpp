@@ -36,6 +36,27 @@ TEST(QtBoxes, AnInputBoxReturnsTheTypedTextExactlyAndCancelGivesEmpty) {
     EXPECT_EQ(Text(), prompter.Input(u"Enter Limit - Must be 6 digits", u"Preset amount Input"));
 }
 
+// Titles are not cut: each box is at least as wide as its title needs.
+TEST(QtBoxes, EveryBoxIsAsWideAsItsTitleNeeds) {
+    QtPrompter prompter;
+    const QString longTitle = QStringLiteral("Key Pad Configuration Select");
+    WhenShown<QMessageBox>([&](QMessageBox* box) {
+        EXPECT_GE(box->width(), TitleWidth(longTitle));
+        box->button(QMessageBox::Yes)->click();
+    });
+    EXPECT_EQ(Answer::Yes, prompter.Ask(u"?", u"Key Pad Configuration Select"));
+    WhenShown<QMessageBox>([&](QMessageBox* box) {
+        EXPECT_GE(box->width(), TitleWidth(QStringLiteral("VantrelTest")));
+        box->button(QMessageBox::Ok)->click();
+    });
+    prompter.Message(u"x", u"VantrelTest");
+    WhenShown<QInputDialog>([&](QInputDialog* box) {
+        EXPECT_GE(box->width(), TitleWidth(QStringLiteral("Preset amount Input")));
+        box->reject();
+    });
+    prompter.Input(u"Enter", u"Preset amount Input");
+}
+
 TEST(QtBoxes, AQuestionHasYesAndNoOnly) {
     QtPrompter prompter;
     WhenShown<QMessageBox>([](QMessageBox* box) {
