@@ -492,6 +492,9 @@ bool CallMonitorModel::Accepts(const CallEvent& event, const Matcher* matcher) c
     if (!member_.empty() && ToUtf8(MonitorMember(event)) != member_) {
         return false;
     }
+    if (errorsOnly_ && !event.error) {
+        return false;
+    }
     return !matcher || matcher->In(event);
 }
 
@@ -559,12 +562,13 @@ void CallMonitorModel::Clear() {
     }
 }
 
-void CallMonitorModel::SetFilter(std::string member, Text text) {
-    if (member == member_ && text == text_) {
+void CallMonitorModel::SetFilter(std::string member, Text text, bool errorsOnly) {
+    if (member == member_ && text == text_ && errorsOnly == errorsOnly_) {
         return;
     }
     member_ = std::move(member);
     text_ = std::move(text);
+    errorsOnly_ = errorsOnly;
     if (observer_) {
         observer_->BeforeReset();
     }

@@ -199,8 +199,9 @@ public:
     // An empty member shows all members; the text is matched, ignoring the
     // case of ASCII letters, in the member, the values sent and answered
     // and the error.
-    void SetFilter(std::string member, Text text);
-    bool filtered() const { return !member_.empty() || !text_.empty(); }
+    // errorsOnly: only failed calls and error reports.
+    void SetFilter(std::string member, Text text, bool errorsOnly = false);
+    bool filtered() const { return !member_.empty() || !text_.empty() || errorsOnly_; }
 
     std::size_t size() const { return shown_.size(); }  // rows shown
     std::size_t keptCount() const { return kept_.size(); }
@@ -246,6 +247,7 @@ private:
     std::set<std::string> members_;
     std::string member_;
     Text text_;
+    bool errorsOnly_ = false;
 };
 
 // Local time of day with milliseconds, "HH:MM:SS.mmm".

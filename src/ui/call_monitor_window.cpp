@@ -345,6 +345,10 @@ void CallMonitorWindow::BuildToolBar(QWidget* bar) {
     filter_->setClearButtonEnabled(true);
     connect(filter_, &QLineEdit::textChanged, this, [this] { ApplyFilter(); });
 
+    errorsOnly_ = button(tr("Errors"), "CallMonitorErrorsOnly", tr("Show only failed calls and error reports"));
+    errorsOnly_->setCheckable(true);
+    connect(errorsOnly_, &QToolButton::toggled, this, [this] { ApplyFilter(); });
+
     find_ = new QLineEdit(bar);
     find_->setObjectName(QStringLiteral("CallMonitorFind"));
     find_->setPlaceholderText(tr("Search (Ctrl+F, F3)"));
@@ -371,6 +375,7 @@ void CallMonitorWindow::BuildToolBar(QWidget* bar) {
 
     row->addWidget(member_);
     row->addWidget(filter_, 2);
+    row->addWidget(errorsOnly_);
     row->addSpacing(8);
     row->addWidget(find_, 2);
     row->addWidget(previous);
@@ -443,7 +448,8 @@ void CallMonitorWindow::SetFollowing(bool following) {
 }
 
 void CallMonitorWindow::ApplyFilter() {
-    model_.SetFilter(member_->currentData().toString().toStdString(), Unescaped(FromQString(filter_->text())));
+    model_.SetFilter(member_->currentData().toString().toStdString(), Unescaped(FromQString(filter_->text())),
+                     errorsOnly_->isChecked());
     // Keep the selected event selected when it passes the new filter; the
     // detail of a row the filter hides goes with it.
     if (selected_) {

@@ -80,6 +80,7 @@ private:
     QLineEdit* filter_ = nullptr;
     QLineEdit* find_ = nullptr;
     QToolButton* follow_ = nullptr;
+    QToolButton* errorsOnly_ = nullptr;
     QTableView* table_ = nullptr;
     QButtonGroup* part_ = nullptr;
     QLabel* detail_ = nullptr;

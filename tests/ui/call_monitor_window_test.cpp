@@ -170,6 +170,10 @@ TEST_F(CallMonitorWindowTest, FiltersByMemberAndTextCopiesALiteralAndClears) {
                                  u'\0'),
           Call("CardQue", std::nullopt, u"")});
     ASSERT_EQ(5, Rows());  // the creation first
+    QTest::mouseClick(Find<QToolButton>("CallMonitorErrorsOnly"), Qt::LeftButton);
+    EXPECT_EQ(0, Rows());  // nothing failed
+    QTest::mouseClick(Find<QToolButton>("CallMonitorErrorsOnly"), Qt::LeftButton);
+    EXPECT_EQ(5, Rows());
 
     auto* member = Find<QComboBox>("CallMonitorMember");
     member->setCurrentIndex(member->findText(QStringLiteral("CardQue")));

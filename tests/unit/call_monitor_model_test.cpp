@@ -246,6 +246,13 @@ TEST(CallMonitorFilter, ShowsOnlyTheRowsOfAMemberOrWithAText) {
         EXPECT_EQ(5u, model.keptCount());
     }
 
+    // Errors only: the failed call, with the member and text filters beside.
+    model.SetFilter("", u"", true);
+    EXPECT_EQ((std::vector<std::uint64_t>{3}), numbers());
+    EXPECT_TRUE(model.filtered());
+    model.SetFilter("Authorize", u"", true);
+    EXPECT_EQ((std::vector<std::uint64_t>{}), numbers());
+
     // Rows that arrive later pass the same filter.
     model.SetFilter("CardQue", u"");
     Feed(model, {Put("Stop", Variant::OfText(u"07")), Call("CardQue", std::nullopt, Variant::OfText(u""))});
