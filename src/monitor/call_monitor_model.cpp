@@ -519,7 +519,11 @@ void CallMonitorModel::Append(CallMonitorFeed::Batch batch) {
     }
     for (std::size_t k = 0; k < batch.entries.size(); ++k) {
         MonitorEntry& entry = batch.entries[k];
-        members_.insert(ToUtf8(MonitorMember(*entry.event)));
+        const CallEvent& event = *entry.event;
+        const bool box = event.op == CallEvent::Op::MessageBox || event.op == CallEvent::Op::InputBox;
+        if (std::string name = ToUtf8(MonitorMember(event)); !name.empty()) {
+            (box ? boxTitles_ : members_).insert(std::move(name));
+        }
         if (accepted[k]) {
             shown_.push_back(firstPosition_ + kept_.size());
         }
@@ -557,6 +561,7 @@ void CallMonitorModel::Clear() {
     shown_.clear();
     dropped_ = 0;
     members_.clear();
+    boxTitles_.clear();
     if (observer_) {
         observer_->AfterReset();
     }

@@ -207,7 +207,9 @@ public:
     std::size_t keptCount() const { return kept_.size(); }
     std::uint64_t droppedCount() const { return dropped_; }
     // Members and box titles seen since the start or the last Clear.
+    // Server members seen so far, and apart from them the titles of boxes.
     const std::set<std::string>& members() const { return members_; }
+    const std::set<std::string>& boxTitles() const { return boxTitles_; }
 
     const EventPointer& Event(std::size_t row) const;
     std::uint64_t Number(std::size_t row) const;  // 1 for the session's first event
@@ -245,6 +247,7 @@ private:
     std::deque<std::uint64_t> shown_;
     std::uint64_t dropped_ = 0;
     std::set<std::string> members_;
+    std::set<std::string> boxTitles_;
     std::string member_;
     Text text_;
     bool errorsOnly_ = false;

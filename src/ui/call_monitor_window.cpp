@@ -604,16 +604,24 @@ void CallMonitorWindow::ShowDetail() {
 
 void CallMonitorWindow::UpdateMembers() {
     const std::set<std::string>& members = model_.members();
-    if (static_cast<std::size_t>(member_->count()) == members.size() + 1) {
-        return;  // members only ever grow between clears
+    const std::set<std::string>& titles = model_.boxTitles();
+    const std::size_t names = members.size() + titles.size();
+    if (names == listedNames_) {
+        return;  // names only ever grow between clears
     }
+    listedNames_ = names;
     const QString current = member_->currentData().toString();
     const QSignalBlocker block(member_);
     member_->clear();
     member_->addItem(tr("All members"), QString());
     for (const std::string& name : members) {
-        if (!name.empty()) {
-            member_->addItem(FromStd(name), FromStd(name));
+        member_->addItem(FromStd(name), FromStd(name));
+    }
+    // Box titles apart from the server's members.
+    if (!titles.empty()) {
+        member_->insertSeparator(member_->count());
+        for (const std::string& title : titles) {
+            member_->addItem(tr("box: %1").arg(FromStd(title)), FromStd(title));
         }
     }
     const int index = member_->findData(current);

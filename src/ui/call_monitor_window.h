@@ -81,6 +81,7 @@ private:
     QLineEdit* find_ = nullptr;
     QToolButton* follow_ = nullptr;
     QToolButton* errorsOnly_ = nullptr;
+    std::size_t listedNames_ = static_cast<std::size_t>(-1);  // members and box titles listed
     QTableView* table_ = nullptr;
     QButtonGroup* part_ = nullptr;
     QLabel* detail_ = nullptr;

@@ -208,6 +208,17 @@ TEST_F(CallMonitorWindowTest, FiltersByMemberAndTextCopiesALiteralAndClears) {
     // The filter stays; a new matching row shows.
     Feed({Put("DisplayData", u"\x1bG2")});
     EXPECT_EQ(1, Rows());
+
+    // Box titles are listed apart from the server's members, and filter alike.
+    Find<QLineEdit>("CallMonitorFilter")->clear();
+    Feed({testing::BoxEvent(CallEvent::Op::InputBox, u"Enter MOP (1, 2, F)", u"MOP Input", u"F", CallEvent::Buttons::Ok,
+                            std::chrono::system_clock::now())});
+    const int box = member->findText(QStringLiteral("box: MOP Input"));
+    ASSERT_GT(box, 1);
+    EXPECT_EQ(QStringLiteral("DisplayData"), member->itemText(box - 2));
+    EXPECT_TRUE(member->itemText(box - 1).isEmpty());  // the separator
+    member->setCurrentIndex(box);
+    EXPECT_EQ(1, Rows());
 }
 
 TEST_F(CallMonitorWindowTest, SearchSelectsTheNextMatchingRowAndPausesTheFollowing) {

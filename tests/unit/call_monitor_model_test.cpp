@@ -217,8 +217,8 @@ TEST(CallMonitorFilter, ShowsOnlyTheRowsOfAMemberOrWithAText) {
                     Call("FuelingPositionInformation", Variant::OfInt16(5), Variant::OfText(u"FP=05")),
                     Box(CallEvent::Op::InputBox, u"Enter MOP (1, 2, F)", u"MOP Input", u"F"),
                 });
-    EXPECT_EQ((std::set<std::string>{"Authorize", "CardQue", "FuelingPositionInformation", "MOP Input"}),
-              model.members());
+    EXPECT_EQ((std::set<std::string>{"Authorize", "CardQue", "FuelingPositionInformation"}), model.members());
+    EXPECT_EQ((std::set<std::string>{"MOP Input"}), model.boxTitles());
 
     const auto numbers = [&] {
         std::vector<std::uint64_t> shown;
