@@ -150,6 +150,20 @@ std::string ClockText(std::chrono::system_clock::time_point when) {
     return buffer;
 }
 
+// "2026-11-24T15:30:12.345", local time.
+std::string DateTimeText(std::chrono::system_clock::time_point when) {
+    const std::time_t time = std::chrono::system_clock::to_time_t(std::chrono::floor<std::chrono::seconds>(when));
+    std::tm local{};
+#if defined(_WIN32)
+    localtime_s(&local, &time);
+#else
+    localtime_r(&time, &local);
+#endif
+    char date[16];
+    std::strftime(date, sizeof date, "%Y-%m-%d", &local);
+    return std::string(date) + "T" + ClockText(when);
+}
+
 std::string DurationText(std::chrono::nanoseconds duration) {
     const auto micro = static_cast<unsigned long long>(std::max<std::int64_t>(0, duration.count()) / 1000);
     char buffer[32];
@@ -682,7 +696,30 @@ std::string CallMonitorModel::RowLiteral(std::size_t row) const {
 
 void CallMonitorModel::ExportJsonLines(std::ostream& out) const {
     for (std::size_t row = 0; row < shown_.size(); ++row) {
-        out << ToJsonLine(*Event(row)) << '\n';
+        const CallEvent& event = *Event(row);
+        // The trace's line with the row's time and, for a server call, the
+        // time the server took, in milliseconds.
+        out << "{\"time\":\"" << DateTimeText(event.when) << '"';
+        if (IsServerCall(event)) {
+            const auto micro = std::max<std::int64_t>(0, event.duration.count()) / 1000;
+            char took[32];
+            std::snprintf(took, sizeof took, "%lld.%03lld", static_cast<long long>(micro / 1000),
+                          static_cast<long long>(micro % 1000));
+            out << ",\"server_ms\":" << took;
+        }
+        out << ',' << ToJsonLine(event).substr(1) << '\n';
+    }
+}
+
+void CallMonitorModel::ExportText(std::ostream& out) const {
+    // One line a row, the cells as the table shows them, between tabs.
+    for (std::size_t row = 0; row < shown_.size(); ++row) {
+        for (int column = 0; column < kColumnCount; ++column) {
+            const Column which = static_cast<Column>(column);
+            const Text cell = which == Column::Time ? FromUtf8(DateTimeText(Event(row)->when)) : Cell(row, which);
+            out << (column > 0 ? "\t" : "") << ToUtf8(cell);
+        }
+        out << '\n';
     }
 }
 

@@ -229,8 +229,13 @@ public:
     //   12:00:01.250 put Authorize "FuelingPosition=07\r\n...\0"
     //   12:00:02.004 call byref DispenserInformation i2 7 -> "FP=07\r\n..."
     std::string RowLiteral(std::size_t row) const;
-    // The shown rows in the trace format, one JSON object a line.
+    // The shown rows in the trace format, one JSON object a line, each with
+    // its time first ("time":"2026-11-24T15:30:12.345") and, for a server
+    // call, the time the server took ("server_ms":0.180).
     void ExportJsonLines(std::ostream& out) const;
+    // The shown rows as a plain log: the table's cells between tabs, the
+    // date with the time, one line a row.
+    void ExportText(std::ostream& out) const;
 
 private:
     class Matcher;

@@ -11,6 +11,9 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QStandardPaths>
+#include <QDir>
+#include <QDateTime>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -519,8 +522,16 @@ void CallMonitorWindow::Clear() {
 }
 
 void CallMonitorWindow::AskExport() {
-    const QString path = QFileDialog::getSaveFileName(this, tr("Export the shown rows"), QStringLiteral("calls.jsonl"),
-                                                      tr("JSON Lines (*.jsonl);;All files (*)"));
+    // A dated name in the user's documents, never the working folder.
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (folder.isEmpty() || !QDir(folder).exists()) {
+        folder = QDir::homePath();  // a dialog offers a folder that is missing as the working one
+    }
+    const QString name = QStringLiteral("vantrel-calls-%1.jsonl")
+                             .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-ddTHH-mm-ss")));
+    const QString path =
+        QFileDialog::getSaveFileName(this, tr("Export the shown rows"), QDir(folder).filePath(name),
+                                     tr("JSON Lines, the trace format (*.jsonl);;Plain text log (*.txt *.log)"));
     if (!path.isEmpty()) {
         ExportTo(path);
     }
@@ -530,7 +541,13 @@ bool CallMonitorWindow::ExportTo(const QString& path) {
     Flush();
     std::ofstream out(std::filesystem::path(path.toStdU16String()), std::ios::binary | std::ios::trunc);
     if (out) {
-        model_.ExportJsonLines(out);
+        // A .txt or .log file gets the plain log; any other the trace format.
+        if (path.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive) ||
+            path.endsWith(QStringLiteral(".log"), Qt::CaseInsensitive)) {
+            model_.ExportText(out);
+        } else {
+            model_.ExportJsonLines(out);
+        }
         out.flush();
     }
     const bool written = static_cast<bool>(out);

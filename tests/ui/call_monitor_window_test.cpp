@@ -5,13 +5,17 @@
 #include "support/qt/console.h"
 #include "ui/call_monitor_window.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDir>
 #include <QFileDialog>
+#include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -24,6 +28,7 @@
 #include <QTest>
 #include <QToolButton>
 
+#include <algorithm>
 #include <fstream>
 #include <functional>
 #include <sstream>
@@ -262,16 +267,40 @@ TEST_F(CallMonitorWindowTest, ExportsTheShownRowsInTheTraceFormat) {
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("calls.jsonl"));
     testing::WhenShown<QFileDialog>([&](QFileDialog* dialog) {
-        dialog->selectFile(path);
-        static_cast<QDialog*>(dialog)->accept();  // as the Save button does
+        static_cast<QDialog*>(dialog)->accept();  // the name offered, as the Save button takes it
     });
     QTest::mouseClick(Find<QToolButton>("CallMonitorExport"), Qt::LeftButton);
+    // The name offered is dated, in the user's documents or home folder, not
+    // the working folder.
+    const QString status = Find<QLabel>("CallMonitorStatus")->text();
+    const QString exported = status.mid(status.indexOf(QStringLiteral("written to ")) + 11);
+    EXPECT_TRUE(QFileInfo(exported).fileName().startsWith(QStringLiteral("vantrel-calls-"))) << status.toStdString();
+    EXPECT_TRUE(exported.endsWith(QStringLiteral(".jsonl"))) << status.toStdString();
+    EXPECT_NE(QDir::currentPath(), QFileInfo(exported).absolutePath());
+    QFile::remove(exported);
+    ASSERT_TRUE(monitor_->window()->ExportTo(path));
 
     std::ifstream file(path.toStdString(), std::ios::binary);
     std::stringstream written;
     written << file.rdbuf();
-    EXPECT_EQ("{\"op\":\"put\",\"member\":\"Authorize\",\"value\":{\"text\":\"Hose=0\\r\\n\\u0000\"}}\n",
-              written.str());
+    // The trace's line, with the row's time and the time the server took first.
+    EXPECT_THAT(written.str(),
+                ::testing::MatchesRegex(R"(\{"time":"[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}\.[0-9]{3}",)"
+                                        R"("server_ms":0\.180,"op":"put","member":"Authorize",)"
+                                        R"("value":\{"text":"Hose=0\\r\\n\\u0000"\}\}
+)"));
+
+    // A .txt file gets the plain log: the cells between tabs, the date with
+    // the time.
+    ASSERT_TRUE(monitor_->window()->ExportTo(folder.filePath(QStringLiteral("calls.txt"))));
+    std::ifstream log(folder.filePath(QStringLiteral("calls.txt")).toStdString(), std::ios::binary);
+    std::stringstream logged;
+    logged << log.rdbuf();
+    const std::string line = logged.str();
+    EXPECT_THAT(line, ::testing::MatchesRegex(R"([0-9]+.[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9:.]{12}.*)"));
+    EXPECT_THAT(line, ::testing::HasSubstr("\tAuthorize\tput\tHose=0"));
+    EXPECT_THAT(line, ::testing::EndsWith("\t\t0.180 ms\n"));
+    EXPECT_EQ(1, std::count(line.begin(), line.end(), '\n'));
     EXPECT_TRUE(Find<QLabel>("CallMonitorStatus")->text().contains(QStringLiteral("1 row written")));
 
     // A folder that does not exist: said in the status line, nothing else.
