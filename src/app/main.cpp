@@ -248,6 +248,7 @@ int main(int argc, char* argv[]) {
     vantrel::ProcessErrorReport report(events, options.script ? vantrel::ProcessErrorReport::Mode::StandardError
                                                               : vantrel::ProcessErrorReport::Mode::MessageBox);
     report.SetSessionLog(sessionLog);
+    events.Add(&report);
     // A normal run takes the technician's remembered choice; a script only
     // what its command line says, so that every run of it is the same.
     QSettings settings;

@@ -33,7 +33,9 @@ public:
 // The platform's report of an unhandled error: a message box with the number
 // and description (or standard error when headless), then the program ends
 // with exit code 1 at once, so no handler goes on after it.
-class ProcessErrorReport final : public ErrorReport {
+// The platform's error report. It listens to the session's events so that
+// its details can name the call that failed.
+class ProcessErrorReport final : public ErrorReport, public CallListener {
 public:
     enum class Mode {
         MessageBox,
@@ -41,6 +43,8 @@ public:
     };
     ProcessErrorReport(CallListener& events, Mode mode);
     void Report(const RuntimeError& error) override;
+    // The last server call, remembered for the report's details.
+    void OnEvent(const CallEvent& event) override;
     // Where this session's log is, for the report's details; none without.
     void SetSessionLog(std::string path) { sessionLog_ = std::move(path); }
 
@@ -63,6 +67,7 @@ private:
     std::string sessionLog_;
     bool keepGoing_ = false;
     bool reported_ = false;
+    std::string lastCall_;  // "SystemVersions, call" with what was sent, shortened
 };
 
 // The secondary windows as dialogs owned by the console window. Each is made

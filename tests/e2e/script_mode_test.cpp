@@ -239,7 +239,9 @@ TEST(KeepGoing, OnRequestTheSessionGoesOnPastARunTimeError) {
           Case{"the Tools entry", "menu \"Tools\" \"Keep going after run-time errors\"\n" + failing, {}, true}}) {
         const ScriptRun run = RunConsole(c.script, c.arguments);
         EXPECT_EQ(1, run.exitCode) << c.how;
-        EXPECT_THAT(run.err, HasSubstr("Run-time error 5: Invalid procedure call or argument")) << c.how;
+        EXPECT_THAT(run.err, HasSubstr("Run-time error 5: Invalid procedure call or argument\n"
+                                       "The last call to the server: SystemVersions, call\n"))
+            << c.how;
         const auto report = std::find_if(run.trace.begin(), run.trace.end(), [](const std::string& line) {
             return line.rfind(R"({"op":"report","number":5,)", 0) == 0;
         });
