@@ -56,6 +56,7 @@ const char* HeaderOf(Column column) {
     case Column::Time: return "Time";
     case Column::Member: return "Member";
     case Column::Kind: return "Kind";
+    case Column::Position: return "Pos.";
     case Column::Sent: return "Sent";
     case Column::Answer: return "Answer or error";
     case Column::ServerTime: return "Server took";
@@ -218,7 +219,7 @@ CallMonitorWindow::CallMonitorWindow(CallMonitorFeed& feed, MonitorLimits limits
     table_->verticalHeader()->setDefaultSectionSize(QFontMetrics(fixed).height() + 4);
     table_->horizontalHeader()->setStretchLastSection(false);
     const int digit = QFontMetrics(fixed).horizontalAdvance(QLatin1Char('0'));
-    const int widths[CallMonitorModel::kColumnCount] = {6, 13, 28, 12, 40, 40, 11};
+    const int widths[CallMonitorModel::kColumnCount] = {6, 13, 28, 12, 5, 40, 40, 11};
     for (int column = 0; column < CallMonitorModel::kColumnCount; ++column) {
         table_->setColumnWidth(column, widths[column] * digit + 12);
     }
