@@ -1,5 +1,6 @@
 #include "call_monitor_window.h"
 
+#include "ui/window_places.h"
 #include "ui/console_window.h"
 #include "ui/visible_text.h"
 
@@ -316,7 +317,10 @@ CallMonitorWindow::CallMonitorWindow(CallMonitorFeed& feed, MonitorLimits limits
         find_->selectAll();
     });
 
-    resize(1100, 680);
+    // Within a screen of 1024 by 768, and of 1280 by 1024 at 150 %; where
+    // the technician left it last time when that is known.
+    resize(820, 620);
+    RestoreGeometry(this, kMonitorGeometryKey);
     UpdateStatus();
 }
 
@@ -400,6 +404,7 @@ void CallMonitorWindow::showEvent(QShowEvent* event) {
 void CallMonitorWindow::hideEvent(QHideEvent* event) {
     // Hidden, the feed holds the events (within the limits) until it shows.
     timer_->stop();
+    SaveGeometry(this, kMonitorGeometryKey);
     QWidget::hideEvent(event);
 }
 

@@ -4,6 +4,7 @@
 #include "support/qt/modal.h"
 #include "support/qt/console.h"
 #include "ui/call_monitor_window.h"
+#include "ui/window_places.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,6 +19,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QSettings>
 #include <QListView>
 #include <QMenu>
 #include <QPlainTextEdit>
@@ -257,6 +259,25 @@ TEST_F(CallMonitorWindowTest, SearchSelectsTheNextMatchingRowAndPausesTheFollowi
     EXPECT_TRUE(Find<QToolButton>("CallMonitorFollow")->isChecked());
 }
 
+// At its first size the monitor fits a screen of 1024 by 768, and one of
+// 1280 by 1024 at 150 %, frame included; it comes back where it was left.
+TEST_F(CallMonitorWindowTest, FitsSmallScreensAndComesBackWhereItWasLeft) {
+    QSettings().remove(QLatin1String(kMonitorGeometryKey));
+    CallMonitorFeed feed;
+    CallMonitorWindow fresh(feed, MonitorLimits{}, nullptr);
+    for (const QSize screen : {QSize(1024, 768), QSize(1280 * 2 / 3, 1024 * 2 / 3)}) {
+        EXPECT_LE(fresh.width() + 16, screen.width());
+        EXPECT_LE(fresh.height() + 48, screen.height());
+        EXPECT_LE(fresh.minimumSizeHint().width(), fresh.width());
+    }
+    fresh.show();
+    fresh.setGeometry(30, 40, 800, 500);
+    fresh.hide();
+    CallMonitorWindow again(feed, MonitorLimits{}, nullptr);
+    EXPECT_EQ(QSize(800, 500), again.size());
+    QSettings().remove(QLatin1String(kMonitorGeometryKey));
+}
+
 TEST_F(CallMonitorWindowTest, ExportsTheShownRowsInTheTraceFormat) {
     Open();
     Feed({Put("Authorize", Text(u"Hose=0\r\n") + u'\0'),
@@ -369,7 +390,6 @@ TEST_F(CallMonitorWindowTest, Picture) {
     Feed(session);
     ClickRow(7);
     CallMonitorWindow& window = *monitor_->window();
-    window.resize(1180, 660);
     QTest::qWait(50);
     const QImage picture = window.grab().toImage();
     ASSERT_FALSE(picture.isNull());
