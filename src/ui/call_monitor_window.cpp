@@ -253,6 +253,9 @@ CallMonitorWindow::CallMonitorWindow(CallMonitorFeed& feed, MonitorLimits limits
     connect(part_, &QButtonGroup::idClicked, this, [this] { ShowDetail(); });
     detail_ = new QLabel(lower);
     detail_->setObjectName(QStringLiteral("CallMonitorDetail"));
+    // A long member name must not widen the window: the line takes the room
+    // there is, and its tooltip holds the whole of it.
+    detail_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     choice->addWidget(new QLabel(tr("Show:"), lower));
     choice->addWidget(answer);
     choice->addWidget(sent);
@@ -581,9 +584,14 @@ void CallMonitorWindow::SelectionChanged() {
     ShowDetail();
 }
 
+void CallMonitorWindow::SetDetail(const QString& line) {
+    detail_->setText(line);
+    detail_->setToolTip(line);
+}
+
 void CallMonitorWindow::ShowDetail() {
     if (!selected_) {
-        detail_->clear();
+        SetDetail(QString());
         text_->clear();
         hexModel_->SetLayout(HexLayout());
         return;
@@ -602,14 +610,14 @@ void CallMonitorWindow::ShowDetail() {
             .arg(FromStd(MonitorKind(*selected_)),
                  ToQString(SymbolText(MonitorMember(*selected_), SymbolLines::OneLine, CallMonitorModel::kCellLimit)));
     if (!part.present) {
-        detail_->setText(header + tr("nothing sent or answered"));
+        SetDetail(header + tr("nothing sent or answered"));
         text_->clear();
         hexModel_->SetLayout(HexLayout());
         return;
     }
     const QString which = wanted == EventPart::Answer ? tr("answer") : tr("sent");
     if (!part.isText) {
-        detail_->setText(header + tr("%1: %2").arg(which, ToQString(part.description)));
+        SetDetail(header + tr("%1: %2").arg(which, ToQString(part.description)));
         text_->setPlainText(ToQString(part.description));
         hexModel_->SetLayout(HexLayout());
         return;
@@ -619,7 +627,7 @@ void CallMonitorWindow::ShowDetail() {
     if (value.size() > kDetailLimit) {
         summary += tr(" (the text view draws the first %1, the hex view all)").arg(FromStd(Grouped(kDetailLimit)));
     }
-    detail_->setText(header + summary);
+    SetDetail(header + summary);
     text_->setPlainText(ToQString(SymbolText(value, SymbolLines::BreakAfterCrLf, kDetailLimit)));
     hexModel_->SetLayout(HexLayout(part.text, value));
     hex_->scrollToTop();

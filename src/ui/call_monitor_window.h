@@ -66,6 +66,7 @@ private:
     void AskExport();
     void SelectionChanged();
     void ShowDetail();
+    void SetDetail(const QString& line);
     void ScrollValueChanged(int value);
     void SetFollowing(bool following);
     void UpdateMembers();

@@ -278,6 +278,20 @@ TEST_F(CallMonitorWindowTest, FitsSmallScreensAndComesBackWhereItWasLeft) {
     QSettings().remove(QLatin1String(kMonitorGeometryKey));
 }
 
+// A row with a long member name and a long answer, once selected, must not
+// hold the window wider than it was.
+TEST_F(CallMonitorWindowTest, SelectingALongRowDoesNotWidenTheWindow) {
+    CallMonitorWindow& window = Open();
+    Feed({Call(std::string(120, 'M'), Variant::OfInt16(7), Text(5000, u'A'))});
+    const int widthBefore = window.width();
+    const int minimumBefore = window.minimumSizeHint().width();
+    ClickRow(Rows() - 1);
+    QTest::qWait(20);
+    EXPECT_THAT(Find<QLabel>("CallMonitorDetail")->text().toStdString(), ::testing::HasSubstr("MMMM"));
+    EXPECT_EQ(widthBefore, window.width());
+    EXPECT_LE(window.minimumSizeHint().width(), minimumBefore);
+}
+
 TEST_F(CallMonitorWindowTest, ExportsTheShownRowsInTheTraceFormat) {
     Open();
     Feed({Put("Authorize", Text(u"Hose=0\r\n") + u'\0'),
