@@ -723,7 +723,8 @@ void CallMonitor::NoteTraceProblem(const QString& message) {
 
 CallMonitorWindow& CallMonitor::Open() {
     if (!window_) {
-        window_ = new CallMonitorWindow(feed_, limits_, &owner_);
+        window_ = new CallMonitorWindow(feed_, limits_, nullptr);
+        KeepBeside(*window_, owner_);
         if (!traceProblem_.isEmpty()) {
             window_->ShowTraceProblem(traceProblem_);
         }

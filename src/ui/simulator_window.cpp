@@ -357,7 +357,8 @@ void AddSimulatorTool(ConsoleWindow& console, Simulator& simulator) {
     auto window = std::make_shared<QPointer<SimulatorWindow>>();
     QObject::connect(action, &QAction::triggered, &console, [&console, &simulator, window] {
         if (!*window) {
-            *window = new SimulatorWindow(simulator, &console);
+            *window = new SimulatorWindow(simulator);
+            KeepBeside(**window, console);
         }
         (*window)->show();
         (*window)->raise();

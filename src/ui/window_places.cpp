@@ -1,9 +1,14 @@
 #include "window_places.h"
 
+#include <QPointer>
 #include <QSettings>
 #include <QWidget>
 
 namespace vantrel {
+
+void KeepBeside(QWidget& tool, QWidget& console) {
+    QObject::connect(&console, &QObject::destroyed, [tool = QPointer<QWidget>(&tool)] { delete tool.data(); });
+}
 
 void SaveGeometry(const QWidget* window, const char* key) {
     QSettings().setValue(QLatin1String(key), window->saveGeometry());

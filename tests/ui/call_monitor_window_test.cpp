@@ -1,9 +1,11 @@
 // The call monitor window on the offscreen platform, opened from the console
 // as the technician opens it, fed by real clicks and by events on the hub.
+#include "devices/devices.h"
 #include "support/call_events.h"
 #include "support/qt/modal.h"
 #include "support/qt/console.h"
 #include "ui/call_monitor_window.h"
+#include "ui/qt_ports.h"
 #include "ui/window_places.h"
 
 #include <gmock/gmock.h>
@@ -13,6 +15,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialog>
 #include <QDir>
 #include <QFileDialog>
 #include <QFile>
@@ -290,6 +293,48 @@ TEST_F(CallMonitorWindowTest, SelectingALongRowDoesNotWidenTheWindow) {
     EXPECT_THAT(Find<QLabel>("CallMonitorDetail")->text().toStdString(), ::testing::HasSubstr("MMMM"));
     EXPECT_EQ(widthBefore, window.width());
     EXPECT_LE(window.minimumSizeHint().width(), minimumBefore);
+}
+
+// A click as the window system delivers it: a window that a modal box
+// blocks never gets it.
+void ClickThroughTheWindowSystem(QWidget* widget) {
+    QWidget* top = widget->window();
+    QTest::mouseClick(top->windowHandle(), Qt::LeftButton, Qt::NoModifier, widget->mapTo(top, widget->rect().center()));
+}
+
+// While the error report is up, and while one of the console's own windows
+// is shown modally, the monitor still selects and copies.
+TEST_F(CallMonitorWindowTest, StaysUsableWhileTheReportOrAConsoleWindowIsUp) {
+    CallMonitorWindow& window = Open();
+    Feed({Put("Authorize", kFillup)});
+    ClickRow(Rows() - 1);
+    ProcessErrorReport report(events_, ProcessErrorReport::Mode::MessageBox);
+    report.SetKeepGoing(true);
+    const auto copyWhileUp = [&](const std::function<void()>& showModal) {
+        QApplication::clipboard()->clear();
+        QString copied;
+        testing::WhenShown<QDialog>([&](QDialog* box) {
+            ClickThroughTheWindowSystem(Find<QToolButton>("CallMonitorCopy"));
+            copied = QApplication::clipboard()->text();
+            box->done(0);
+        });
+        showModal();
+        return copied;
+    };
+    EXPECT_THAT(
+        copyWhileUp([&] { report.Report(RuntimeError(5, "Invalid procedure call or argument")); }).toStdString(),
+        ::testing::HasSubstr("put Authorize"));
+    EXPECT_THAT(copyWhileUp([&] { app_->console().ShowModal(kOtherDevicesForm); }).toStdString(),
+                ::testing::HasSubstr("put Authorize"));
+    // The console's own windows stay blocked behind the report.
+    testing::WhenShown<QDialog>([&](QDialog* box) {
+        server_->calls.clear();
+        ClickThroughTheWindowSystem(app_->window().view().Widget("SystemVersions"));
+        EXPECT_TRUE(server_->calls.empty());
+        box->done(0);
+    });
+    report.Report(RuntimeError(5, "Invalid procedure call or argument"));
+    (void)window;
 }
 
 TEST_F(CallMonitorWindowTest, ExportsTheShownRowsInTheTraceFormat) {
