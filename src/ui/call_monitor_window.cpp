@@ -1,5 +1,6 @@
 #include "call_monitor_window.h"
 
+#include "monitor/send_again.h"
 #include "ui/window_places.h"
 #include "ui/console_window.h"
 #include "ui/visible_text.h"
@@ -236,6 +237,10 @@ CallMonitorWindow::CallMonitorWindow(CallMonitorFeed& feed, MonitorLimits limits
     copy->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     connect(copy, &QAction::triggered, this, [this] { CopyRows(); });
     table_->addAction(copy);
+    auto* again = new QAction(tr("Send again"), table_);
+    again->setObjectName(QStringLiteral("CallMonitorSendAgainAction"));
+    connect(again, &QAction::triggered, this, [this] { SendSelectedAgain(); });
+    table_->addAction(again);
     table_->setContextMenuPolicy(Qt::ActionsContextMenu);
 
     auto* lower = new QWidget(this);
@@ -378,6 +383,9 @@ void CallMonitorWindow::BuildToolBar(QWidget* bar) {
     auto* copy =
         button(tr("Copy"), "CallMonitorCopy", tr("Copy the selected rows, values as escaped literals (Ctrl+C)"));
     connect(copy, &QToolButton::clicked, this, [this] { CopyRows(); });
+    auto* again = button(tr("Send again"), "CallMonitorSendAgain",
+                         tr("Send the selected put or call to the server again, exactly as it went"));
+    connect(again, &QToolButton::clicked, this, [this] { SendSelectedAgain(); });
     auto* clear = button(tr("Clear"), "CallMonitorClear", tr("Forget every row so far"));
     connect(clear, &QToolButton::clicked, this, [this] { Clear(); });
     auto* exportRows = button(tr("Export\u2026"), "CallMonitorExport",
@@ -394,6 +402,7 @@ void CallMonitorWindow::BuildToolBar(QWidget* bar) {
     row->addSpacing(8);
     row->addWidget(follow_);
     row->addWidget(copy);
+    row->addWidget(again);
     row->addWidget(clear);
     row->addWidget(exportRows);
 }
@@ -665,6 +674,27 @@ void CallMonitorWindow::UpdateMembers() {
     }
 }
 
+void CallMonitorWindow::SendSelectedAgain() {
+    if (!selected_) {
+        message_ = tr("Select a put or call to send it again");
+    } else if (const std::optional<std::string> why = WhyNotSendAgain(*selected_)) {
+        message_ = tr("Not sent: %1").arg(FromStd(*why));
+    } else if (AutomationObject* server = server_ ? server_() : nullptr) {
+        const EventPointer row = selected_;  // the new row may trim this one
+        const std::uint64_t number = selectedNumber_;
+        try {
+            SendAgain(*row, *server);
+            message_ = tr("#%1 sent again").arg(number);
+        } catch (const RuntimeError& error) {
+            message_ = tr("#%1 sent again: error %2").arg(number).arg(error.number());
+        }
+        Flush();
+    } else {
+        message_ = tr("Not sent: there is no server");
+    }
+    UpdateStatus();
+}
+
 void CallMonitorWindow::UpdateStatus() {
     QString text = Counted(model_.keptCount(), "event", "events");
     if (model_.filtered()) {
@@ -721,9 +751,17 @@ void CallMonitor::NoteTraceProblem(const QString& message) {
     }
 }
 
+void CallMonitor::SetServerReach(CallMonitorWindow::ServerReach reach) {
+    server_ = std::move(reach);
+    if (window_) {
+        window_->SetServerReach(server_);
+    }
+}
+
 CallMonitorWindow& CallMonitor::Open() {
     if (!window_) {
         window_ = new CallMonitorWindow(feed_, limits_, nullptr);
+        window_->SetServerReach(server_);
         KeepBeside(*window_, owner_);
         if (!traceProblem_.isEmpty()) {
             window_->ShowTraceProblem(traceProblem_);

@@ -42,6 +42,7 @@ namespace vantrel {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::RecordedCall;
 
 const Text kFillup = Text(u"FuelingPosition=07\r\nHose=0\r\nMOP=F\r\nLimit=999999\r\n") + u'\0';
 
@@ -335,6 +336,45 @@ TEST_F(CallMonitorWindowTest, StaysUsableWhileTheReportOrAConsoleWindowIsUp) {
     });
     report.Report(RuntimeError(5, "Invalid procedure call or argument"));
     (void)window;
+}
+
+// Send again: the selected put or call goes to the server once more, the
+// same member, style and value, and shows as a row of its own; boxes, the
+// report and the creation are refused with the reason.
+TEST_F(CallMonitorWindowTest, SendsASelectedPutOrCallAgainExactly) {
+    monitor_->SetServerReach([this] { return &app_->console().KRM(); });
+    Open();
+    const Text packet = Text(u"ReaderPosition=07\r\nPacketData=\x02") + u'\0' + u"\x03\r\n";
+    Feed({Put("PacketQueOutput", packet), Call("DispenserInformation", Variant::OfInt16(7), u"Hoses=4\r\n", true),
+          testing::BoxEvent(CallEvent::Op::MessageBox, u"Done", u"Vantrel Test", u"ok", CallEvent::Buttons::Ok,
+                            std::chrono::system_clock::now())});
+    const int before = Rows();
+    const auto sendRow = [&](int row) {
+        ClickRow(row);
+        QTest::mouseClick(Find<QToolButton>("CallMonitorSendAgain"), Qt::LeftButton);
+        return Find<QLabel>("CallMonitorStatus")->text().toStdString();
+    };
+    server_->calls.clear();
+    EXPECT_THAT(sendRow(before - 3), ::testing::HasSubstr("sent again"));
+    ASSERT_EQ(1u, server_->calls.size());
+    EXPECT_EQ(RecordedCall::Kind::Put, server_->calls[0].kind);
+    EXPECT_EQ("PacketQueOutput", server_->calls[0].member);
+    EXPECT_EQ(packet, server_->calls[0].text());
+    EXPECT_EQ(before + 1, Rows());  // traced as any call
+    EXPECT_EQ(QStringLiteral("PacketQueOutput"), Cell(before, CallMonitorModel::Column::Member));
+
+    sendRow(before - 2);
+    ASSERT_EQ(2u, server_->calls.size());
+    EXPECT_EQ(RecordedCall::Kind::CallByRef, server_->calls[1].kind);
+    EXPECT_EQ(Variant::OfInt16(7), server_->calls[1].value);
+
+    server_->QueueFailure("DispenserInformation", RuntimeError(5, "Invalid procedure call or argument"));
+    EXPECT_THAT(sendRow(before - 2), ::testing::HasSubstr("error 5"));
+    EXPECT_EQ(3u, server_->calls.size());
+
+    EXPECT_THAT(sendRow(before - 1), ::testing::HasSubstr("Not sent: A box is the console's own"));
+    EXPECT_THAT(sendRow(0), ::testing::HasSubstr("Not sent: The server is created once per run"));
+    EXPECT_EQ(3u, server_->calls.size());
 }
 
 TEST_F(CallMonitorWindowTest, ExportsTheShownRowsInTheTraceFormat) {
