@@ -178,7 +178,16 @@ void QtWindowHost::ShowModal(std::string_view form) {
         dialog->setFixedSize(view->size());
         views_[std::string(form)] = view;
     }
+    // A window manager that frames a window again may put it a title bar
+    // lower at each showing; the frame goes back where it was left.
+    const auto place = places_.find(form);
+    if (place != places_.end()) {
+        dialog->move(place->second);
+    }
     ExecModal(*dialog);
+    if (dialog) {
+        places_[std::string(form)] = dialog->pos();
+    }
 }
 
 void QtWindowHost::Hide(std::string_view form) {
