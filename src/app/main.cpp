@@ -261,6 +261,9 @@ int main(int argc, char* argv[]) {
     // creation of the server included, whenever it is opened.
     vantrel::CallMonitor monitor(events, console.window());
     monitorForNotes = &monitor;
+    monitor.SetServerReach([&console]() -> vantrel::AutomationObject* {
+        return console.console().HasServer() ? &console.console().KRM() : nullptr;
+    });
 
     try {
         console.Load();

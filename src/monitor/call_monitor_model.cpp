@@ -150,6 +150,37 @@ std::string ClockText(std::chrono::system_clock::time_point when) {
     return buffer;
 }
 
+// The fueling position a server call addressed, as two digits: the
+// "FuelingPosition=" or "ReaderPosition=" line of a block, a bare position
+// text ("07", or "0" for all), or the number of an information call.
+Text PositionOf(const CallEvent& event) {
+    if (!IsServerCall(event) || !event.argument) {
+        return {};
+    }
+    const Variant& argument = *event.argument;
+    if (argument.is(Variant::Kind::Int16)) {
+        const int number = argument.int16();
+        return number >= 1 && number <= 99 ? FromUtf8((number < 10 ? "0" : "") + std::to_string(number)) : Text();
+    }
+    if (!argument.is(Variant::Kind::Text)) {
+        return {};
+    }
+    const TextView text = argument.text();
+    if (text == u"0") {
+        return u"all";
+    }
+    if (text.size() == 2 && text[0] >= u'0' && text[0] <= u'9' && text[1] >= u'0' && text[1] <= u'9') {
+        return Text(text);
+    }
+    for (const TextView key : {TextView(u"FuelingPosition="), TextView(u"ReaderPosition=")}) {
+        const std::size_t at = text.find(key);
+        if (at != TextView::npos && (at == 0 || text[at - 1] == u'\n') && at + key.size() + 2 <= text.size()) {
+            return Text(text.substr(at + key.size(), 2));
+        }
+    }
+    return {};
+}
+
 // "2026-11-24T15:30:12.345", local time.
 std::string DateTimeText(std::chrono::system_clock::time_point when) {
     const std::time_t time = std::chrono::system_clock::to_time_t(std::chrono::floor<std::chrono::seconds>(when));
@@ -648,6 +679,7 @@ Text CallMonitorModel::Cell(std::size_t row, Column column) const {
     case Column::Time: return FromUtf8(ClockText(event.when));
     case Column::Member: return SymbolText(MonitorMember(event), SymbolLines::OneLine, kCellLimit);
     case Column::Kind: return FromUtf8(MonitorKind(event));
+    case Column::Position: return SymbolText(PositionOf(event), SymbolLines::OneLine, kCellLimit);
     case Column::Sent: return partCell(EventPart::Sent);
     case Column::Answer: return partCell(EventPart::Answer);
     case Column::ServerTime: return IsServerCall(event) ? FromUtf8(DurationText(event.duration)) : Text();

@@ -167,11 +167,12 @@ public:
         Time,
         Member,
         Kind,
+        Position,  // the fueling position the block or call addressed
         Sent,
         Answer,
         ServerTime,
     };
-    static constexpr int kColumnCount = 7;
+    static constexpr int kColumnCount = 8;
     // Characters of a value drawn in a table cell; the rest is counted.
     static constexpr std::size_t kCellLimit = 160;
 

@@ -8,6 +8,14 @@ void ServerRegistry::Register(std::string progId, ServerFactory factory) {
     factories_[std::move(progId)] = std::move(factory);
 }
 
+ServerRegistry ServerRegistry::Decorated(const Decorator& decorate) const {
+    ServerRegistry decorated;
+    for (const auto& [progId, create] : factories_) {
+        decorated.Register(progId, [decorate, create] { return decorate(create); });
+    }
+    return decorated;
+}
+
 bool ServerRegistry::Has(std::string_view progId) const { return factories_.find(progId) != factories_.end(); }
 
 std::unique_ptr<AutomationObject> ServerRegistry::Create(std::string_view progId) const {

@@ -43,6 +43,10 @@ public:
     bool Has(std::string_view progId) const;
     // Throws error 429 when nothing can create the object.
     std::unique_ptr<AutomationObject> Create(std::string_view progId) const;
+    // A registry whose objects pass through `decorate`, creation included:
+    // a front-end's busy cursor wraps every server call this way.
+    using Decorator = std::function<std::unique_ptr<AutomationObject>(const ServerFactory& create)>;
+    ServerRegistry Decorated(const Decorator& decorate) const;
 
 private:
     std::map<std::string, ServerFactory, std::less<>> factories_;

@@ -1,5 +1,7 @@
 #include "call_monitor_window.h"
 
+#include "monitor/send_again.h"
+#include "ui/window_places.h"
 #include "ui/console_window.h"
 #include "ui/visible_text.h"
 
@@ -56,6 +58,7 @@ const char* HeaderOf(Column column) {
     case Column::Time: return "Time";
     case Column::Member: return "Member";
     case Column::Kind: return "Kind";
+    case Column::Position: return "Pos.";
     case Column::Sent: return "Sent";
     case Column::Answer: return "Answer or error";
     case Column::ServerTime: return "Server took";
@@ -218,7 +221,7 @@ CallMonitorWindow::CallMonitorWindow(CallMonitorFeed& feed, MonitorLimits limits
     table_->verticalHeader()->setDefaultSectionSize(QFontMetrics(fixed).height() + 4);
     table_->horizontalHeader()->setStretchLastSection(false);
     const int digit = QFontMetrics(fixed).horizontalAdvance(QLatin1Char('0'));
-    const int widths[CallMonitorModel::kColumnCount] = {6, 13, 28, 12, 40, 40, 11};
+    const int widths[CallMonitorModel::kColumnCount] = {6, 13, 28, 12, 5, 40, 40, 11};
     for (int column = 0; column < CallMonitorModel::kColumnCount; ++column) {
         table_->setColumnWidth(column, widths[column] * digit + 12);
     }
@@ -234,6 +237,10 @@ CallMonitorWindow::CallMonitorWindow(CallMonitorFeed& feed, MonitorLimits limits
     copy->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     connect(copy, &QAction::triggered, this, [this] { CopyRows(); });
     table_->addAction(copy);
+    auto* again = new QAction(tr("Send again"), table_);
+    again->setObjectName(QStringLiteral("CallMonitorSendAgainAction"));
+    connect(again, &QAction::triggered, this, [this] { SendSelectedAgain(); });
+    table_->addAction(again);
     table_->setContextMenuPolicy(Qt::ActionsContextMenu);
 
     auto* lower = new QWidget(this);
@@ -251,6 +258,9 @@ CallMonitorWindow::CallMonitorWindow(CallMonitorFeed& feed, MonitorLimits limits
     connect(part_, &QButtonGroup::idClicked, this, [this] { ShowDetail(); });
     detail_ = new QLabel(lower);
     detail_->setObjectName(QStringLiteral("CallMonitorDetail"));
+    // A long member name must not widen the window: the line takes the room
+    // there is, and its tooltip holds the whole of it.
+    detail_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     choice->addWidget(new QLabel(tr("Show:"), lower));
     choice->addWidget(answer);
     choice->addWidget(sent);
@@ -315,7 +325,10 @@ CallMonitorWindow::CallMonitorWindow(CallMonitorFeed& feed, MonitorLimits limits
         find_->selectAll();
     });
 
-    resize(1100, 680);
+    // Within a screen of 1024 by 768, and of 1280 by 1024 at 150 %; where
+    // the technician left it last time when that is known.
+    resize(820, 620);
+    RestoreGeometry(this, kMonitorGeometryKey);
     UpdateStatus();
 }
 
@@ -370,6 +383,9 @@ void CallMonitorWindow::BuildToolBar(QWidget* bar) {
     auto* copy =
         button(tr("Copy"), "CallMonitorCopy", tr("Copy the selected rows, values as escaped literals (Ctrl+C)"));
     connect(copy, &QToolButton::clicked, this, [this] { CopyRows(); });
+    auto* again = button(tr("Send again"), "CallMonitorSendAgain",
+                         tr("Send the selected put or call to the server again, exactly as it went"));
+    connect(again, &QToolButton::clicked, this, [this] { SendSelectedAgain(); });
     auto* clear = button(tr("Clear"), "CallMonitorClear", tr("Forget every row so far"));
     connect(clear, &QToolButton::clicked, this, [this] { Clear(); });
     auto* exportRows = button(tr("Export\u2026"), "CallMonitorExport",
@@ -386,6 +402,7 @@ void CallMonitorWindow::BuildToolBar(QWidget* bar) {
     row->addSpacing(8);
     row->addWidget(follow_);
     row->addWidget(copy);
+    row->addWidget(again);
     row->addWidget(clear);
     row->addWidget(exportRows);
 }
@@ -399,6 +416,7 @@ void CallMonitorWindow::showEvent(QShowEvent* event) {
 void CallMonitorWindow::hideEvent(QHideEvent* event) {
     // Hidden, the feed holds the events (within the limits) until it shows.
     timer_->stop();
+    SaveGeometry(this, kMonitorGeometryKey);
     QWidget::hideEvent(event);
 }
 
@@ -575,9 +593,14 @@ void CallMonitorWindow::SelectionChanged() {
     ShowDetail();
 }
 
+void CallMonitorWindow::SetDetail(const QString& line) {
+    detail_->setText(line);
+    detail_->setToolTip(line);
+}
+
 void CallMonitorWindow::ShowDetail() {
     if (!selected_) {
-        detail_->clear();
+        SetDetail(QString());
         text_->clear();
         hexModel_->SetLayout(HexLayout());
         return;
@@ -596,14 +619,14 @@ void CallMonitorWindow::ShowDetail() {
             .arg(FromStd(MonitorKind(*selected_)),
                  ToQString(SymbolText(MonitorMember(*selected_), SymbolLines::OneLine, CallMonitorModel::kCellLimit)));
     if (!part.present) {
-        detail_->setText(header + tr("nothing sent or answered"));
+        SetDetail(header + tr("nothing sent or answered"));
         text_->clear();
         hexModel_->SetLayout(HexLayout());
         return;
     }
     const QString which = wanted == EventPart::Answer ? tr("answer") : tr("sent");
     if (!part.isText) {
-        detail_->setText(header + tr("%1: %2").arg(which, ToQString(part.description)));
+        SetDetail(header + tr("%1: %2").arg(which, ToQString(part.description)));
         text_->setPlainText(ToQString(part.description));
         hexModel_->SetLayout(HexLayout());
         return;
@@ -613,7 +636,7 @@ void CallMonitorWindow::ShowDetail() {
     if (value.size() > kDetailLimit) {
         summary += tr(" (the text view draws the first %1, the hex view all)").arg(FromStd(Grouped(kDetailLimit)));
     }
-    detail_->setText(header + summary);
+    SetDetail(header + summary);
     text_->setPlainText(ToQString(SymbolText(value, SymbolLines::BreakAfterCrLf, kDetailLimit)));
     hexModel_->SetLayout(HexLayout(part.text, value));
     hex_->scrollToTop();
@@ -649,6 +672,27 @@ void CallMonitorWindow::UpdateMembers() {
         member_->addItem(current, current);
         member_->setCurrentIndex(member_->count() - 1);
     }
+}
+
+void CallMonitorWindow::SendSelectedAgain() {
+    if (!selected_) {
+        message_ = tr("Select a put or call to send it again");
+    } else if (const std::optional<std::string> why = WhyNotSendAgain(*selected_)) {
+        message_ = tr("Not sent: %1").arg(FromStd(*why));
+    } else if (AutomationObject* server = server_ ? server_() : nullptr) {
+        const EventPointer row = selected_;  // the new row may trim this one
+        const std::uint64_t number = selectedNumber_;
+        try {
+            SendAgain(*row, *server);
+            message_ = tr("#%1 sent again").arg(number);
+        } catch (const RuntimeError& error) {
+            message_ = tr("#%1 sent again: error %2").arg(number).arg(error.number());
+        }
+        Flush();
+    } else {
+        message_ = tr("Not sent: there is no server");
+    }
+    UpdateStatus();
 }
 
 void CallMonitorWindow::UpdateStatus() {
@@ -707,9 +751,18 @@ void CallMonitor::NoteTraceProblem(const QString& message) {
     }
 }
 
+void CallMonitor::SetServerReach(CallMonitorWindow::ServerReach reach) {
+    server_ = std::move(reach);
+    if (window_) {
+        window_->SetServerReach(server_);
+    }
+}
+
 CallMonitorWindow& CallMonitor::Open() {
     if (!window_) {
-        window_ = new CallMonitorWindow(feed_, limits_, &owner_);
+        window_ = new CallMonitorWindow(feed_, limits_, nullptr);
+        window_->SetServerReach(server_);
+        KeepBeside(*window_, owner_);
         if (!traceProblem_.isEmpty()) {
             window_->ShowTraceProblem(traceProblem_);
         }

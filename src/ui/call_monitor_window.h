@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
+
 #include <memory>
 
 class QAction;
@@ -53,6 +55,13 @@ public:
 
     const CallMonitorModel& model() const { return model_; }
 
+    // The console's server, for Send again; null while there is none.
+    using ServerReach = std::function<AutomationObject*()>;
+    void SetServerReach(ServerReach reach) { server_ = std::move(reach); }
+    // Sends the selected put or call again, traced as any call; a row that
+    // is no put or call is refused with the reason in the status line.
+    void SendSelectedAgain();
+
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
@@ -66,6 +75,7 @@ private:
     void AskExport();
     void SelectionChanged();
     void ShowDetail();
+    void SetDetail(const QString& line);
     void ScrollValueChanged(int value);
     void SetFollowing(bool following);
     void UpdateMembers();
@@ -96,7 +106,8 @@ private:
     std::uint64_t selectedNumber_ = 0;
     std::size_t newWhilePaused_ = 0;
     bool scrolling_ = false;  // the window itself moves the table
-    QString message_;         // the last search or export result
+    QString message_;         // the last search, export or send result
+    ServerReach server_;
 };
 
 // The monitor as the console has it from start-up: a listener on the hub of
@@ -117,6 +128,8 @@ public:
     // A trace or session log that could not be written: shown in the window,
     // now or when it opens.
     void NoteTraceProblem(const QString& message);
+    // How Send again reaches the console's server.
+    void SetServerReach(CallMonitorWindow::ServerReach reach);
 
 private:
     CallEvents& events_;
@@ -126,6 +139,7 @@ private:
     QPointer<QAction> action_;
     QPointer<CallMonitorWindow> window_;
     QString traceProblem_;
+    CallMonitorWindow::ServerReach server_;
 };
 
 }  // namespace vantrel

@@ -2,6 +2,7 @@
 
 #include "console/setup_dialogs.h"
 #include "base/traced_prompter.h"
+#include "ui/busy_cursor.h"
 #include "ui/visible_text.h"
 
 #include <QApplication>
@@ -34,7 +35,8 @@ ConsoleApp::ConsoleApp(std::vector<FormDescription> forms, const ServerRegistry&
                        Prompter& prompter, ErrorReport& report, ConsoleOptions options)
     : prompter_(prompter, events)
     , report_(report)
-    , console_(Console::Ports{servers, events, prompter_, windows_}, std::move(forms))
+    , servers_(servers.Decorated(BusyWhileCalling))
+    , console_(Console::Ports{servers_, events, prompter_, windows_}, std::move(forms))
     , options_(options) {
     // Menus and boxes in the forms' font too: a second face at start-up
     // cost its own font search and glyphs.

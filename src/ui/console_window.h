@@ -68,6 +68,7 @@ private:
     TracedPrompter prompter_;
     ErrorReport& report_;
     QtWindowHost windows_;
+    ServerRegistry servers_;  // the program's, with the busy cursor
     Console console_;
     std::unique_ptr<ConsoleWindow> window_;
     ConsoleOptions options_;

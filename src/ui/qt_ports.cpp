@@ -1,6 +1,7 @@
 #include "qt_ports.h"
 
 #include "base/console.h"
+#include "ui/console_window.h"
 #include "ui/form_view.h"
 #include "ui/visible_text.h"
 
@@ -36,30 +37,51 @@ void FitTitle(QMessageBox& box) {
     }
 }
 
+// Boxes and the console's windows are modal to the console alone: they block
+// the console and its other windows, while the tool windows beside it (the
+// call monitor, the simulator) stay usable, so that a technician can copy
+// the call that led to a box or a report while it is up.
+QWidget* ModalOwner() {
+    if (QWidget* modal = QApplication::activeModalWidget()) {
+        return modal;
+    }
+    for (QWidget* top : QApplication::topLevelWidgets()) {
+        if (qobject_cast<ConsoleWindow*>(top)) {
+            return top;
+        }
+    }
+    return QApplication::activeWindow();
+}
+
+int ExecModal(QDialog& box) {
+    box.setWindowModality(Qt::WindowModal);
+    return box.exec();
+}
+
 }  // namespace
 
 void QtPrompter::Message(const Text& text, const Text& title) {
     QMessageBox box(QMessageBox::NoIcon, ToQString(title), VisibleText(text, LineBreaks::AtCrLf), QMessageBox::Ok,
-                    QApplication::activeWindow());
+                    ModalOwner());
     FitTitle(box);
-    box.exec();
+    ExecModal(box);
 }
 
 Answer QtPrompter::Ask(const Text& text, const Text& title) {
     QMessageBox box(QMessageBox::Question, ToQString(title), ToQString(text), QMessageBox::Yes | QMessageBox::No,
-                    QApplication::activeWindow());
+                    ModalOwner());
     FitTitle(box);
-    return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
+    return ExecModal(box) == QMessageBox::Yes ? Answer::Yes : Answer::No;
 }
 
 Text QtPrompter::Input(const Text& prompt, const Text& title) {
-    QInputDialog box(QApplication::activeWindow());
+    QInputDialog box(ModalOwner());
     box.setWindowTitle(ToQString(title));
     box.setLabelText(ToQString(prompt));
     box.setTextValue(QString());
     box.setMinimumWidth(TitleWidth(box.windowTitle()));
     box.resize(std::max(box.sizeHint().width(), box.minimumWidth()), box.sizeHint().height());
-    return box.exec() == QDialog::Accepted ? FromQString(box.textValue()) : Text();
+    return ExecModal(box) == QDialog::Accepted ? FromQString(box.textValue()) : Text();
 }
 
 ProcessErrorReport::ProcessErrorReport(CallListener& events, Mode mode)
@@ -103,7 +125,7 @@ void ProcessErrorReport::Tell(const RuntimeError& error) {
     const std::string message = "Run-time error '" + std::to_string(error.number()) + "':\n\n" + error.description();
     if (mode_ == Mode::MessageBox && qApp) {
         QMessageBox box(QMessageBox::Critical, ToQString(kApplicationTitle), QString::fromStdString(message),
-                        QMessageBox::Ok, QApplication::activeWindow());
+                        QMessageBox::Ok, ModalOwner());
         // Behind "Show Details...": the report reads as the platform's.
         QString details;
         if (!lastCall_.empty()) {
@@ -117,7 +139,7 @@ void ProcessErrorReport::Tell(const RuntimeError& error) {
         if (!details.isEmpty()) {
             box.setDetailedText(details);
         }
-        box.exec();
+        ExecModal(box);
     }
     const std::string line = "Run-time error " + std::to_string(error.number()) + ": " +
                              WithControlsEscaped(error.description(), ControlEscapes::All) + "\n";
@@ -156,7 +178,16 @@ void QtWindowHost::ShowModal(std::string_view form) {
         dialog->setFixedSize(view->size());
         views_[std::string(form)] = view;
     }
-    dialog->exec();
+    // A window manager that frames a window again may put it a title bar
+    // lower at each showing; the frame goes back where it was left.
+    const auto place = places_.find(form);
+    if (place != places_.end()) {
+        dialog->move(place->second);
+    }
+    ExecModal(*dialog);
+    if (dialog) {
+        places_[std::string(form)] = dialog->pos();
+    }
 }
 
 void QtWindowHost::Hide(std::string_view form) {

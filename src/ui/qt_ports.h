@@ -4,6 +4,7 @@
 #include "server/server_calls.h"
 #include "ui/form_view.h"
 
+#include <QPoint>
 #include <QPointer>
 
 #include <functional>
@@ -90,6 +91,8 @@ private:
     EventDispatcher dispatch_;
     std::map<std::string, QPointer<QDialog>, std::less<>> dialogs_;
     std::map<std::string, FormView*, std::less<>> views_;
+    // Where each window's frame was when it was last hidden.
+    std::map<std::string, QPoint, std::less<>> places_;
 };
 
 }  // namespace vantrel

@@ -2,6 +2,7 @@
 
 #include "simulator/answer_text.h"
 #include "simulator/simulator.h"
+#include "ui/window_places.h"
 #include "ui/console_window.h"
 #include "script/script_line.h"
 #include "ui/visible_text.h"
@@ -76,6 +77,7 @@ SimulatorWindow::SimulatorWindow(Simulator& simulator, QWidget* parent)
     }
     summary_ = Named(new QLabel(this), "Summary");
     summary_->setTextFormat(Qt::PlainText);
+    summary_->setWordWrap(true);  // one long line would hold the window wide
     errors_ = Named(new QListWidget(this), "ErrorQueue");
     status_ = Named(new QLabel(this), "Status");
     status_->setTextFormat(Qt::PlainText);
@@ -95,7 +97,10 @@ SimulatorWindow::SimulatorWindow(Simulator& simulator, QWidget* parent)
     auto* outer = new QVBoxLayout(this);
     outer->addLayout(columns, 1);
     outer->addWidget(status_);
-    resize(940, 780);
+    // Within a screen of 1024 by 768, and of 1280 by 1024 at 150 %; where
+    // the technician left it last time when that is known.
+    resize(820, 620);
+    RestoreGeometry(this, kSimulatorGeometryKey);
 
     timer_ = new QTimer(this);
     timer_->setInterval(500);
@@ -188,6 +193,12 @@ QWidget* SimulatorWindow::MakeFaultBox() {
     description_ = Named(new QLineEdit(tr("Invalid procedure call or argument"), box), "FaultText");
     pending_ = Named(new QListWidget(box), "PendingFaults");
     connect(outcome_, &QComboBox::currentIndexChanged, this, &SimulatorWindow::UpdateFaultFields);
+    // The longest outcome and member names would widen the window past a
+    // small screen; the open list still shows them whole.
+    for (QComboBox* combo : {member_, outcome_}) {
+        combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        combo->setMinimumContentsLength(18);
+    }
 
     grid->addWidget(new QLabel(tr("Member"), box), 0, 0);
     grid->addWidget(member_, 0, 1);
@@ -336,6 +347,7 @@ void SimulatorWindow::showEvent(QShowEvent* event) {
 
 void SimulatorWindow::hideEvent(QHideEvent* event) {
     timer_->stop();
+    SaveGeometry(this, kSimulatorGeometryKey);
     QWidget::hideEvent(event);
 }
 
@@ -345,7 +357,8 @@ void AddSimulatorTool(ConsoleWindow& console, Simulator& simulator) {
     auto window = std::make_shared<QPointer<SimulatorWindow>>();
     QObject::connect(action, &QAction::triggered, &console, [&console, &simulator, window] {
         if (!*window) {
-            *window = new SimulatorWindow(simulator, &console);
+            *window = new SimulatorWindow(simulator);
+            KeepBeside(**window, console);
         }
         (*window)->show();
         (*window)->raise();

@@ -71,6 +71,9 @@ void RecordingServer::QueueFailure(std::string_view member, RuntimeError error) 
 }
 
 Variant RecordingServer::Next(std::string_view member) {
+    if (during) {
+        during();
+    }
     const auto found =
         std::find_if(queued_.begin(), queued_.end(), [&](const auto& entry) { return entry.first == member; });
     if (found == queued_.end()) {

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <variant>
@@ -53,6 +54,8 @@ public:
     void QueueFailure(std::string_view member, RuntimeError error) override;
 
     std::vector<RecordedCall> calls;
+    // Runs inside each put and call, while the console waits for the answer.
+    std::function<void()> during;
 
 private:
     Variant Next(std::string_view member);

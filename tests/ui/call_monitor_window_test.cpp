@@ -1,9 +1,12 @@
 // The call monitor window on the offscreen platform, opened from the console
 // as the technician opens it, fed by real clicks and by events on the hub.
+#include "devices/devices.h"
 #include "support/call_events.h"
 #include "support/qt/modal.h"
 #include "support/qt/console.h"
 #include "ui/call_monitor_window.h"
+#include "ui/qt_ports.h"
+#include "ui/window_places.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,12 +15,14 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialog>
 #include <QDir>
 #include <QFileDialog>
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QSettings>
 #include <QListView>
 #include <QMenu>
 #include <QPlainTextEdit>
@@ -37,6 +42,7 @@ namespace vantrel {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::RecordedCall;
 
 const Text kFillup = Text(u"FuelingPosition=07\r\nHose=0\r\nMOP=F\r\nLimit=999999\r\n") + u'\0';
 
@@ -257,6 +263,120 @@ TEST_F(CallMonitorWindowTest, SearchSelectsTheNextMatchingRowAndPausesTheFollowi
     EXPECT_TRUE(Find<QToolButton>("CallMonitorFollow")->isChecked());
 }
 
+// At its first size the monitor fits a screen of 1024 by 768, and one of
+// 1280 by 1024 at 150 %, frame included; it comes back where it was left.
+TEST_F(CallMonitorWindowTest, FitsSmallScreensAndComesBackWhereItWasLeft) {
+    QSettings().remove(QLatin1String(kMonitorGeometryKey));
+    CallMonitorFeed feed;
+    CallMonitorWindow fresh(feed, MonitorLimits{}, nullptr);
+    for (const QSize screen : {QSize(1024, 768), QSize(1280 * 2 / 3, 1024 * 2 / 3)}) {
+        EXPECT_LE(fresh.width() + 16, screen.width());
+        EXPECT_LE(fresh.height() + 48, screen.height());
+        EXPECT_LE(fresh.minimumSizeHint().width(), fresh.width());
+    }
+    fresh.show();
+    fresh.setGeometry(30, 40, 800, 500);
+    fresh.hide();
+    CallMonitorWindow again(feed, MonitorLimits{}, nullptr);
+    EXPECT_EQ(QSize(800, 500), again.size());
+    QSettings().remove(QLatin1String(kMonitorGeometryKey));
+}
+
+// A row with a long member name and a long answer, once selected, must not
+// hold the window wider than it was.
+TEST_F(CallMonitorWindowTest, SelectingALongRowDoesNotWidenTheWindow) {
+    CallMonitorWindow& window = Open();
+    Feed({Call(std::string(120, 'M'), Variant::OfInt16(7), Text(5000, u'A'))});
+    const int widthBefore = window.width();
+    const int minimumBefore = window.minimumSizeHint().width();
+    ClickRow(Rows() - 1);
+    QTest::qWait(20);
+    EXPECT_THAT(Find<QLabel>("CallMonitorDetail")->text().toStdString(), ::testing::HasSubstr("MMMM"));
+    EXPECT_EQ(widthBefore, window.width());
+    EXPECT_LE(window.minimumSizeHint().width(), minimumBefore);
+}
+
+// A click as the window system delivers it: a window that a modal box
+// blocks never gets it.
+void ClickThroughTheWindowSystem(QWidget* widget) {
+    QWidget* top = widget->window();
+    QTest::mouseClick(top->windowHandle(), Qt::LeftButton, Qt::NoModifier, widget->mapTo(top, widget->rect().center()));
+}
+
+// While the error report is up, and while one of the console's own windows
+// is shown modally, the monitor still selects and copies.
+TEST_F(CallMonitorWindowTest, StaysUsableWhileTheReportOrAConsoleWindowIsUp) {
+    CallMonitorWindow& window = Open();
+    Feed({Put("Authorize", kFillup)});
+    ClickRow(Rows() - 1);
+    ProcessErrorReport report(events_, ProcessErrorReport::Mode::MessageBox);
+    report.SetKeepGoing(true);
+    const auto copyWhileUp = [&](const std::function<void()>& showModal) {
+        QApplication::clipboard()->clear();
+        QString copied;
+        testing::WhenShown<QDialog>([&](QDialog* box) {
+            ClickThroughTheWindowSystem(Find<QToolButton>("CallMonitorCopy"));
+            copied = QApplication::clipboard()->text();
+            box->done(0);
+        });
+        showModal();
+        return copied;
+    };
+    EXPECT_THAT(
+        copyWhileUp([&] { report.Report(RuntimeError(5, "Invalid procedure call or argument")); }).toStdString(),
+        ::testing::HasSubstr("put Authorize"));
+    EXPECT_THAT(copyWhileUp([&] { app_->console().ShowModal(kOtherDevicesForm); }).toStdString(),
+                ::testing::HasSubstr("put Authorize"));
+    // The console's own windows stay blocked behind the report.
+    testing::WhenShown<QDialog>([&](QDialog* box) {
+        server_->calls.clear();
+        ClickThroughTheWindowSystem(app_->window().view().Widget("SystemVersions"));
+        EXPECT_TRUE(server_->calls.empty());
+        box->done(0);
+    });
+    report.Report(RuntimeError(5, "Invalid procedure call or argument"));
+    (void)window;
+}
+
+// Send again: the selected put or call goes to the server once more, the
+// same member, style and value, and shows as a row of its own; boxes, the
+// report and the creation are refused with the reason.
+TEST_F(CallMonitorWindowTest, SendsASelectedPutOrCallAgainExactly) {
+    monitor_->SetServerReach([this] { return &app_->console().KRM(); });
+    Open();
+    const Text packet = Text(u"ReaderPosition=07\r\nPacketData=\x02") + u'\0' + u"\x03\r\n";
+    Feed({Put("PacketQueOutput", packet), Call("DispenserInformation", Variant::OfInt16(7), u"Hoses=4\r\n", true),
+          testing::BoxEvent(CallEvent::Op::MessageBox, u"Done", u"Vantrel Test", u"ok", CallEvent::Buttons::Ok,
+                            std::chrono::system_clock::now())});
+    const int before = Rows();
+    const auto sendRow = [&](int row) {
+        ClickRow(row);
+        QTest::mouseClick(Find<QToolButton>("CallMonitorSendAgain"), Qt::LeftButton);
+        return Find<QLabel>("CallMonitorStatus")->text().toStdString();
+    };
+    server_->calls.clear();
+    EXPECT_THAT(sendRow(before - 3), ::testing::HasSubstr("sent again"));
+    ASSERT_EQ(1u, server_->calls.size());
+    EXPECT_EQ(RecordedCall::Kind::Put, server_->calls[0].kind);
+    EXPECT_EQ("PacketQueOutput", server_->calls[0].member);
+    EXPECT_EQ(packet, server_->calls[0].text());
+    EXPECT_EQ(before + 1, Rows());  // traced as any call
+    EXPECT_EQ(QStringLiteral("PacketQueOutput"), Cell(before, CallMonitorModel::Column::Member));
+
+    sendRow(before - 2);
+    ASSERT_EQ(2u, server_->calls.size());
+    EXPECT_EQ(RecordedCall::Kind::CallByRef, server_->calls[1].kind);
+    EXPECT_EQ(Variant::OfInt16(7), server_->calls[1].value);
+
+    server_->QueueFailure("DispenserInformation", RuntimeError(5, "Invalid procedure call or argument"));
+    EXPECT_THAT(sendRow(before - 2), ::testing::HasSubstr("error 5"));
+    EXPECT_EQ(3u, server_->calls.size());
+
+    EXPECT_THAT(sendRow(before - 1), ::testing::HasSubstr("Not sent: A box is the console's own"));
+    EXPECT_THAT(sendRow(0), ::testing::HasSubstr("Not sent: The server is created once per run"));
+    EXPECT_EQ(3u, server_->calls.size());
+}
+
 TEST_F(CallMonitorWindowTest, ExportsTheShownRowsInTheTraceFormat) {
     Open();
     Feed({Put("Authorize", Text(u"Hose=0\r\n") + u'\0'),
@@ -298,7 +418,7 @@ TEST_F(CallMonitorWindowTest, ExportsTheShownRowsInTheTraceFormat) {
     logged << log.rdbuf();
     const std::string line = logged.str();
     EXPECT_THAT(line, ::testing::MatchesRegex(R"([0-9]+.[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9:.]{12}.*)"));
-    EXPECT_THAT(line, ::testing::HasSubstr("\tAuthorize\tput\tHose=0"));
+    EXPECT_THAT(line, ::testing::HasSubstr("\tAuthorize\tput\t\tHose=0"));  // no position in this block
     EXPECT_THAT(line, ::testing::EndsWith("\t\t0.180 ms\n"));
     EXPECT_EQ(1, std::count(line.begin(), line.end(), '\n'));
     EXPECT_TRUE(Find<QLabel>("CallMonitorStatus")->text().contains(QStringLiteral("1 row written")));
@@ -369,7 +489,6 @@ TEST_F(CallMonitorWindowTest, Picture) {
     Feed(session);
     ClickRow(7);
     CallMonitorWindow& window = *monitor_->window();
-    window.resize(1180, 660);
     QTest::qWait(50);
     const QImage picture = window.grab().toImage();
     ASSERT_FALSE(picture.isNull());

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QCursor>
+#include <QGuiApplication>
 #include <QImage>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -87,6 +89,24 @@ TEST_F(ConsoleWindowTest, EnterPressesTheFocusedButton) {
     EXPECT_EQ("SystemVersions", server_->calls[0].member);
     QTest::keyClick(button, Qt::Key_Enter);
     EXPECT_TRUE(QTest::qWaitFor([&] { return server_->calls.size() == 2; }, 2000));
+}
+
+// While the server works, every window shows the busy cursor; it is gone
+// once the answer is in, and after a failed call too.
+TEST_F(ConsoleWindowTest, TheBusyCursorShowsWhileTheServerWorks) {
+    std::vector<int> shapes;
+    server_->during = [&] {
+        const QCursor* cursor = QGuiApplication::overrideCursor();
+        shapes.push_back(cursor ? static_cast<int>(cursor->shape()) : -1);
+    };
+    QTest::mouseClick(Find<QPushButton>("SystemVersions"), Qt::LeftButton);
+    EXPECT_EQ(std::vector<int>{Qt::WaitCursor}, shapes);
+    EXPECT_EQ(nullptr, QGuiApplication::overrideCursor());
+
+    server_->QueueFailure("SystemVersions", RuntimeError(5, "Invalid procedure call or argument"));
+    QTest::mouseClick(Find<QPushButton>("SystemVersions"), Qt::LeftButton);
+    EXPECT_EQ(2u, shapes.size());
+    EXPECT_EQ(nullptr, QGuiApplication::overrideCursor());
 }
 
 TEST_F(ConsoleWindowTest, ControlCharactersAreDrawnAsSymbols) {

@@ -2,9 +2,12 @@
 // change the model, and the table follows the model.
 #include "simulator/simulator.h"
 #include "support/test_support.h"
+#include "ui/window_places.h"
 #include "ui/simulator_window.h"
 
 #include <gtest/gtest.h>
+
+#include <QSettings>
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -59,6 +62,26 @@ protected:
     Simulator simulator_{std::make_unique<simulation::ManualClock>()};
     std::unique_ptr<SimulatorWindow> window_;
 };
+
+// At its first size the window fits a screen of 1024 by 768, and one of
+// 1280 by 1024 at 150 %, frame included; it comes back where it was left,
+// in this run or the next.
+TEST_F(SimulatorWindowTest, FitsSmallScreensAndComesBackWhereItWasLeft) {
+    QSettings().remove(QLatin1String(kSimulatorGeometryKey));
+    SimulatorWindow fresh(simulator_);
+    for (const QSize screen : {QSize(1024, 768), QSize(1280 * 2 / 3, 1024 * 2 / 3)}) {
+        EXPECT_LE(fresh.width() + 16, screen.width());
+        EXPECT_LE(fresh.height() + 48, screen.height());
+    }
+    EXPECT_LE(fresh.minimumSizeHint().width(), fresh.width());
+    EXPECT_LE(fresh.minimumSizeHint().height(), fresh.height());
+    fresh.show();
+    fresh.setGeometry(40, 50, 1000, 700);
+    fresh.hide();
+    SimulatorWindow again(simulator_);
+    EXPECT_EQ(QSize(1000, 700), again.size());
+    QSettings().remove(QLatin1String(kSimulatorGeometryKey));
+}
 
 TEST_F(SimulatorWindowTest, LiftAndHangUpFollowTheChosenPosition) {
     Find<QSpinBox>("Position")->setValue(7);

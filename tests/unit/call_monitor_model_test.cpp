@@ -116,6 +116,33 @@ TEST_F(CallMonitorRows, ShowEveryKindOfEventAsTheTraceHasIt) {
     }
 }
 
+// The position each block or call addressed, so that a technician sees when
+// a command went to another position than the one selected (after
+// BarCodePrint the blocks say 01).
+TEST_F(CallMonitorRows, ThePositionColumnNamesThePositionEachCallAddressed) {
+    struct Case {
+        CallEvent event;
+        const char16_t* position;
+    };
+    const std::vector<Case> cases = {
+        {Put("Authorize", Variant::OfText(kFillup)), u"07"},
+        {Put("KeyPadConfiguration", Variant::OfText(Text(u"ReaderPosition=01\r\nKeyData=1\n") + u'\0')), u"01"},
+        {Put("Stop", Variant::OfText(u"12")), u"12"},
+        {Put("Stop", Variant::OfText(u"0")), u"all"},
+        {Call("DispenserInformation", Variant::OfInt16(5), Variant::OfText(u"FP=05"), true), u"05"},
+        {Call("CardQue", std::nullopt, Variant::OfText(u"Track2=")), u""},
+        {Put("PriceSignDataSend", Variant::OfText(u"Line1=1.459\r\n")), u""},
+        {Put("DisplayData", Variant::OfText(u"Message=xReaderPosition=03\r\n")), u""},  // not a line of its own
+        {Box(CallEvent::Op::InputBox, u"Enter", u"MOP Input", u"F"), u""},
+    };
+    for (std::size_t k = 0; k < cases.size(); ++k) {
+        SCOPED_TRACE(k);
+        CallMonitorModel model;
+        Feed(model, {cases[k].event});
+        EXPECT_TEXT(cases[k].position, model.Cell(0, Column::Position));
+    }
+}
+
 TEST_F(CallMonitorRows, CopyARowWithItsValuesAsEscapedLiterals) {
     CallMonitorModel model;
     Feed(model, {
