@@ -7,6 +7,7 @@
 #include "base/console.h"
 #include "script/script_file.h"
 #include "script/script_runner.h"
+#include "script/simulator_steering.h"
 #include "server/server_calls.h"
 #include "server/trace_json.h"
 #include "simulator/simulator.h"
@@ -118,8 +119,8 @@ int main(int argc, char* argv[]) {
     QApplication::setStyle(new vantrel::ConsoleStyle);
 
     vantrel::ServerRegistry servers;
-    vantrel::Simulator* simulator = nullptr;
-    vantrel::RegisterServers(servers, options, simulator);
+    vantrel::ServerReached reached;
+    vantrel::RegisterServers(servers, options, reached);
 
     vantrel::QtPrompter boxes;
     vantrel::ScriptPrompter scripted;
@@ -148,8 +149,8 @@ int main(int argc, char* argv[]) {
     } catch (const vantrel::RuntimeError& error) {
         report.ReportAndEnd(error);  // before any window is shown, whatever was asked
     }
-    if (simulator) {
-        vantrel::AddSimulatorTool(console.window(), *simulator);
+    if (reached.simulator) {
+        vantrel::AddSimulatorTool(console.window(), *reached.simulator);
     }
     QAction* keepGoing = console.window().toolsMenu().addAction(QObject::tr("&Keep going after run-time errors"));
     keepGoing->setObjectName(QStringLiteral("KeepGoingEntry"));
@@ -170,7 +171,7 @@ int main(int argc, char* argv[]) {
     vantrel::QtScriptFrontEnd frontEnd(console);
     if (options.script) {
         runner = std::make_unique<vantrel::ScriptRunner>(*options.script, std::move(scriptLines), console.console(),
-                                                         frontEnd, scripted, simulator);
+                                                         frontEnd, scripted, reached.steering.get());
     }
     if (runner) {
         runner->Start();

@@ -1,9 +1,11 @@
 #include "app/program.h"
 
 #include "app/trace_output.h"
+#include "script/simulator_steering.h"
 #include "simulator/simulator.h"
 #if defined(_WIN32)
-#include "com/com_automation.h"
+#include "app/com_steering.h"
+#include "com/com_dispatch.h"
 #endif
 
 #include <cstdio>
@@ -17,13 +19,16 @@ namespace {
 constexpr const char* kVersion = "1.0.0 (console Ver 1010.29)";
 
 constexpr const char* kHelp =
-    "Usage: vantrel-test [--simulator] [--trace FILE] [--script FILE] [--no-log] [--keep-going]\n"
-    "                    [--exit-when-shown]\n"
+    "Usage: vantrel-test [--simulator | --local-server] [--trace FILE] [--script FILE] [--no-log]\n"
+    "                    [--keep-going] [--exit-when-shown]\n"
     "\n"
     "The hand-driven test console for the forecourt controller server\n"
     "\"Vantrel.Application\": one button per command, with every call echoed.\n"
     "\n"
     "  --simulator     use the built-in simulator even where the real server exists\n"
+    "  --local-server  (Windows) create the COM server in a process of its own: a\n"
+    "                  server DLL then runs in the system's surrogate process, and\n"
+    "                  a fault in it cannot end the console\n"
     "  --trace FILE    write every server call, box and error report to FILE,\n"
     "                  one JSON object per line, flushed as it happens\n"
     "  --script FILE   run FILE without a person at the windows (on Linux on\n"
@@ -74,6 +79,12 @@ std::variant<ProgramOptions, int> ParseCommandLine(const std::vector<std::string
         }
         if (argument == "--simulator") {
             options.simulator = true;
+        } else if (argument == "--local-server") {
+#if defined(_WIN32)
+            options.localServer = true;
+#else
+            return Usage("--local-server names a COM server's process: only on Windows");
+#endif
         } else if (argument == "--keep-going") {
             options.keepGoing = true;
         } else if (argument == "--no-log") {
@@ -125,10 +136,18 @@ std::variant<RunRecords, int> OpenRunRecords(const ProgramOptions& options, Call
     return records;
 }
 
-void RegisterServers(ServerRegistry& servers, const ProgramOptions& options, Simulator*& simulator) {
+void RegisterServers(ServerRegistry& servers, const ProgramOptions& options, ServerReached& reached) {
 #if defined(_WIN32)
     if (!options.simulator) {
-        RegisterComServer(servers, std::string(kServerProgId));
+        const bool scripted = options.script.has_value();
+        servers.Register(
+            std::string(kServerProgId),
+            [&reached, scripted, localServer = options.localServer]() -> std::unique_ptr<AutomationObject> {
+                auto created = com::ComObject::Create(
+                    kServerProgId, localServer ? com::ComObject::Host::OwnProcess : com::ComObject::Host::Registered);
+                reached.steering = ComSteering::Of(*created, scripted);
+                return created;
+            });
     }
 #endif
     const char* leaveOut = std::getenv("VANTREL_NO_SIMULATOR");
@@ -138,11 +157,12 @@ void RegisterServers(ServerRegistry& servers, const ProgramOptions& options, Sim
     }
     // Script mode runs it on a clock that only "server time" lines move.
     const bool manualClock = options.script.has_value();
-    servers.Register(std::string(kServerProgId), [&simulator, manualClock] {
+    servers.Register(std::string(kServerProgId), [&reached, manualClock] {
         auto created = manualClock ? std::make_unique<Simulator>(std::make_unique<simulation::ManualClock>(
                                          simulation::ManualClock::Waits::Slept))
                                    : std::make_unique<Simulator>();
-        simulator = created.get();
+        reached.simulator = created.get();
+        reached.steering = std::make_unique<InProcessSteering>(*created);
         return created;
     });
 }

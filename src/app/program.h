@@ -17,9 +17,11 @@
 namespace vantrel {
 
 class Simulator;
+class SimulatorSteering;
 
 struct ProgramOptions {
     bool simulator = false;
+    bool localServer = false;  // Windows: the COM server in a process of its own
     bool exitWhenShown = false;
     bool noLog = false;
     bool keepGoing = false;
@@ -51,7 +53,15 @@ std::variant<RunRecords, int> OpenRunRecords(const ProgramOptions& options, Call
 // there is one, unless --simulator; everywhere else, and on request, to the
 // built-in simulator. VANTREL_NO_SIMULATOR=1 leaves the built-in one out, to
 // see what the console does on a machine where the server is not installed.
-// `simulator` points to the built-in one once it has been created.
-void RegisterServers(ServerRegistry& servers, const ProgramOptions& options, Simulator*& simulator);
+//
+// Once the console has created its server, `reached` holds the built-in
+// simulator (when it is the one) and the way to steer a simulator for
+// script mode's server and forecourt lines: in this process, or through
+// COM to the simulator DLL, which then runs on script mode's clock too.
+struct ServerReached {
+    Simulator* simulator = nullptr;
+    std::unique_ptr<SimulatorSteering> steering;
+};
+void RegisterServers(ServerRegistry& servers, const ProgramOptions& options, ServerReached& reached);
 
 }  // namespace vantrel

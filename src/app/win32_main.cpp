@@ -6,16 +6,15 @@
 #include "app/trace_output.h"
 #include "script/script_file.h"
 #include "script/script_runner.h"
+#include "script/simulator_steering.h"
 #include "simulator/simulator.h"
 #include "win32/win32_console.h"
 #include "win32/win32_ports.h"
+#include "win32/win32_process.h"
 #include "win32/win32_script_front_end.h"
 #include "win32/win32_text.h"
 
 #include <windows.h>
-#include <fcntl.h>
-#include <io.h>
-#include <psapi.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -23,39 +22,8 @@
 #include <string>
 #include <vector>
 
-namespace {
-
-// A program with windows has no console of its own: --help, --version and
-// the script's output go to the console it was started from, or to where
-// they were redirected. Written as they are, with LF alone, as on Linux.
-void UseStartingConsole() {
-    const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
-    if ((output == nullptr || output == INVALID_HANDLE_VALUE) && AttachConsole(ATTACH_PARENT_PROCESS)) {
-        std::freopen("CONOUT$", "w", stdout);
-        std::freopen("CONOUT$", "w", stderr);
-    }
-    _setmode(_fileno(stdout), _O_BINARY);
-    _setmode(_fileno(stderr), _O_BINARY);
-}
-
-// Start-up measurements (bench/run): once the console window has been
-// painted, "shown" and the resident size, then exit 0.
-int ReportShown() {
-    PROCESS_MEMORY_COUNTERS memory{};
-    memory.cb = sizeof(memory);
-    if (K32GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof(memory))) {
-        std::printf("shown %llu KiB\n", static_cast<unsigned long long>(memory.WorkingSetSize / 1024));
-    } else {
-        std::printf("shown\n");
-    }
-    std::fflush(stdout);
-    return 0;
-}
-
-}  // namespace
-
 int wmain(int argc, wchar_t* argv[]) {
-    UseStartingConsole();
+    vantrel::win32::UseStartingConsole();
     std::vector<std::string> arguments;
     for (int i = 1; i < argc; ++i) {
         arguments.push_back(vantrel::win32::Utf8(argv[i]));
@@ -104,8 +72,8 @@ int wmain(int argc, wchar_t* argv[]) {
     }
 
     vantrel::ServerRegistry servers;
-    vantrel::Simulator* simulator = nullptr;
-    vantrel::RegisterServers(servers, options, simulator);
+    vantrel::ServerReached reached;
+    vantrel::RegisterServers(servers, options, reached);
 
     vantrel::win32::Prompter boxes;
     vantrel::ScriptPrompter scripted;
@@ -124,13 +92,13 @@ int wmain(int argc, wchar_t* argv[]) {
     }
     console.Show();
     if (options.exitWhenShown) {
-        return ReportShown();
+        return vantrel::win32::ReportShown();
     }
 
     vantrel::win32::ScriptFrontEnd frontEnd(console);
     if (options.script) {
         runner = std::make_unique<vantrel::ScriptRunner>(*options.script, std::move(scriptLines), console.console(),
-                                                         frontEnd, scripted, simulator);
+                                                         frontEnd, scripted, reached.steering.get());
         runner->Start();
     }
     const int code = vantrel::win32::RunMessageLoop([] { return false; }).value_or(0);
