@@ -43,9 +43,6 @@ int wmain(int argc, wchar_t* argv[]) {
         }
         scriptLines = std::move(std::get<std::vector<std::string>>(read));
     }
-    // The apartment of the server's objects and of the picture encoder.
-    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-
     vantrel::CallEvents events;
     auto opened = vantrel::OpenRunRecords(options, events);
     if (const int* code = std::get_if<int>(&opened)) {

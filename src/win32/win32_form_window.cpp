@@ -99,7 +99,7 @@ FormWindow::~FormWindow() {
     for (const auto& [color, brush] : brushes_) {
         DeleteObject(brush);
     }
-    for (HFONT font : fonts_) {
+    for (const auto& [key, font] : fonts_) {
         DeleteObject(font);
     }
     if (formFont_) {
@@ -121,11 +121,13 @@ HFONT FormWindow::FontFor(const vantrel::Control& control) {
     if (!control.font) {
         return formFont_;
     }
-    HFONT font = CreateFontW(-MulDiv(static_cast<int>(control.font->points * 10 + 0.5), ScreenDpi(), 720), 0, 0, 0,
-                             control.font->bold ? FW_BOLD : FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
-                             OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS,
-                             WideFromUtf8(control.font->family).c_str());
-    fonts_.push_back(font);
+    const int height = -MulDiv(static_cast<int>(control.font->points * 10 + 0.5), ScreenDpi(), 720);
+    HFONT& font = fonts_[{control.font->family, height, control.font->bold}];
+    if (!font) {
+        font = CreateFontW(height, 0, 0, 0, control.font->bold ? FW_BOLD : FW_NORMAL, FALSE, FALSE, FALSE,
+                           DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
+                           DEFAULT_PITCH | FF_SWISS, WideFromUtf8(control.font->family).c_str());
+    }
     return font;
 }
 

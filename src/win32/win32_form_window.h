@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <string_view>
 #include <vector>
 
@@ -92,7 +93,9 @@ private:
     std::map<HWND, const vantrel::Control*> rows_;
     std::map<UINT_PTR, const vantrel::Control*> timers_;
     std::map<Color, HBRUSH> brushes_;
-    std::vector<HFONT> fonts_;
+    // One font per family, size and weight: a form asks for few, on many
+    // controls.
+    std::map<std::tuple<std::string, int, bool>, HFONT> fonts_;
     HFONT formFont_ = nullptr;
     HMENU menuBar_ = nullptr;
     std::map<UINT, MenuItem> menuItems_;

@@ -116,25 +116,10 @@ void ScriptFrontEnd::Later(std::function<void()> step) {
 
 void ScriptFrontEnd::Quit(int code) { PostQuitMessage(code); }
 
-bool WriteWindowPicture(HWND window, const std::wstring& file) {
-    RECT outer{};
-    GetWindowRect(window, &outer);
-    const int width = outer.right - outer.left;
-    const int height = outer.bottom - outer.top;
-    if (width <= 0 || height <= 0) {
-        return false;
-    }
-    // The window's own pixels, its children's included; a part off the
-    // screen would come out black, so the window is kept on it.
-    HDC source = GetWindowDC(window);
-    HDC memory = CreateCompatibleDC(source);
-    HBITMAP bitmap = CreateCompatibleBitmap(source, width, height);
-    HGDIOBJ before = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, width, height, source, 0, 0, SRCCOPY);
-    SelectObject(memory, before);
-    DeleteDC(memory);
-    ReleaseDC(window, source);
+namespace {
 
+// The bitmap as a PNG file, through the Windows Imaging Component.
+bool EncodePng(HBITMAP bitmap, int width, int height, const std::wstring& file) {
     bool written = false;
     ComPointer<IWICImagingFactory> factory;
     ComPointer<IWICBitmap> picture;
@@ -155,6 +140,37 @@ bool WriteWindowPicture(HWND window, const std::wstring& file) {
         written = SUCCEEDED(frame->SetSize(w, h)) && SUCCEEDED(frame->SetPixelFormat(&format)) &&
                   SUCCEEDED(frame->WriteSource(picture.get(), nullptr)) && SUCCEEDED(frame->Commit()) &&
                   SUCCEEDED(encoder->Commit());
+    }
+    return written;
+}
+
+}  // namespace
+
+bool WriteWindowPicture(HWND window, const std::wstring& file) {
+    RECT outer{};
+    GetWindowRect(window, &outer);
+    const int width = outer.right - outer.left;
+    const int height = outer.bottom - outer.top;
+    if (width <= 0 || height <= 0) {
+        return false;
+    }
+    // The window's own pixels, its children's included; a part off the
+    // screen would come out black, so the window is kept on it.
+    HDC source = GetWindowDC(window);
+    HDC memory = CreateCompatibleDC(source);
+    HBITMAP bitmap = CreateCompatibleBitmap(source, width, height);
+    HGDIOBJ before = SelectObject(memory, bitmap);
+    BitBlt(memory, 0, 0, width, height, source, 0, 0, SRCCOPY);
+    SelectObject(memory, before);
+    DeleteDC(memory);
+    ReleaseDC(window, source);
+
+    // The encoder is a COM object: the thread enters an apartment for it,
+    // unless the server's connection has entered one already.
+    const HRESULT apartment = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    const bool written = EncodePng(bitmap, width, height, file);
+    if (SUCCEEDED(apartment)) {
+        CoUninitialize();
     }
     DeleteObject(bitmap);
     return written;
