@@ -11,6 +11,8 @@ namespace {
 constexpr wchar_t kFormClass[] = L"VantrelForm";
 constexpr UINT kFirstControlId = 100;
 constexpr UINT kFirstMenuId = 40000;
+// The system's button procedure, which a frame passes everything else to.
+WNDPROC gButtonProcedure = nullptr;
 
 int ScreenDpi() {
     static const int dpi = [] {
@@ -192,6 +194,10 @@ void FormWindow::Create(const vantrel::Control& control) {
     if (control.kind == ControlKind::TextBox) {
         // What is typed is what is sent: no limit of the system's own.
         SendMessageW(handle, EM_SETLIMITTEXT, 0, 0);
+    }
+    if (control.kind == ControlKind::Frame) {
+        gButtonProcedure = reinterpret_cast<WNDPROC>(
+            SetWindowLongPtrW(handle, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&FormWindow::FrameProcedure)));
     }
     if (control.kind == ControlKind::OptionButton) {
         SendMessageW(handle, BM_SETCHECK, state_.Checked(control.name) ? BST_CHECKED : BST_UNCHECKED, 0);
@@ -440,6 +446,20 @@ bool FormWindow::DrawButton(const DRAWITEMSTRUCT& item) {
         DrawFocusRect(dc, &focus);
     }
     return true;
+}
+
+LRESULT CALLBACK FormWindow::FrameProcedure(HWND frame, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_ERASEBKGND) {
+        auto* self = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(GetParent(frame), GWLP_USERDATA));
+        HDC dc = reinterpret_cast<HDC>(wParam);
+        if (HBRUSH brush = self ? self->Colors(frame, dc) : nullptr) {
+            RECT inside{};
+            GetClientRect(frame, &inside);
+            FillRect(dc, &inside, brush);
+            return 1;
+        }
+    }
+    return CallWindowProcW(gButtonProcedure, frame, message, wParam, lParam);
 }
 
 LRESULT CALLBACK FormWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

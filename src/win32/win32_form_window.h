@@ -73,6 +73,10 @@ public:
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    // A frame's own: the system's group box paints its border and caption
+    // only, and the form does not paint under its children, so the frame
+    // fills its inside with its colour.
+    static LRESULT CALLBACK FrameProcedure(HWND frame, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     void Create(const vantrel::Control& control);
     void Sync(const std::string& control, FormState::Property property);
