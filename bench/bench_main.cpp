@@ -11,6 +11,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -24,17 +25,23 @@ namespace {
 constexpr char kUsage[] =
     "Usage: vantrel_bench [Google Benchmark options]\n"
     "       vantrel_bench --table --console PROGRAM --minimal PROGRAM [--launches N] [--log FILE]\n"
+    "                     [--windows-console PROGRAM --windows-minimal PROGRAM --windows-exe FILE]\n"
     "\n"
     "With --table: runs the benchmarks the targets are read from (15 repetitions\n"
     "each in random order, medians of CPU time), starts PROGRAM --exit-when-shown and the minimal\n"
     "Qt program N times each in turn (9 by default, after one start of each to\n"
     "warm the caches), prints the targets table and exits with 0 when every\n"
     "target is met, 1 when one is not, 2 for a bad command line. The benchmarks'\n"
-    "own output goes to FILE (default: standard error).\n";
+    "own output goes to FILE (default: standard error). The --windows- options\n"
+    "add the Windows program's rows: its start (a command that runs it under\n"
+    "Wine), that of the minimal Win32 program, and its exe for the size.\n";
 
 struct TableOptions {
     std::string console;
     std::string minimal;
+    std::string windowsConsole;
+    std::string windowsMinimal;
+    std::string windowsExe;
     int launches = 9;
     std::string log;
 };
@@ -118,6 +125,14 @@ LaunchSeries RunLaunches(const TableOptions& options) {
             series.console.push_back(std::move(console));
             series.minimal.push_back(std::move(minimal));
         }
+        if (!options.windowsConsole.empty()) {
+            Launch windows = LaunchUntilShown({options.windowsConsole, "--exit-when-shown"}, kTimeout);
+            Launch windowsMinimal = LaunchUntilShown({options.windowsMinimal}, kTimeout);
+            if (round > 0) {
+                series.windowsConsole.push_back(std::move(windows));
+                series.windowsMinimal.push_back(std::move(windowsMinimal));
+            }
+        }
     }
     return series;
 }
@@ -131,7 +146,12 @@ int RunTable(const TableOptions& options) {
     }
     std::ostream& log = options.log.empty() ? std::cerr : logFile;
     const Figures figures = RunBenchmarks(log);
-    const LaunchSeries launches = RunLaunches(options);
+    LaunchSeries launches = RunLaunches(options);
+    if (!options.windowsExe.empty()) {
+        std::error_code error;
+        const auto size = std::filesystem::file_size(options.windowsExe, error);
+        launches.windowsExeBytes = error ? -1 : static_cast<double>(size);
+    }
     const PeakMemory peaks = MeasurePeakMemory(options.console);
     const std::vector<Row> rows = TargetRows(figures.medians, survey, launches, peaks, figures.spreads);
     std::cout << Render(rows) << std::flush;
@@ -161,7 +181,8 @@ int main(int argc, char* argv[]) {
         if (argument == "--table") {
             table = true;
         } else if (argument == "--console" || argument == "--minimal" || argument == "--launches" ||
-                   argument == "--log") {
+                   argument == "--log" || argument == "--windows-console" || argument == "--windows-minimal" ||
+                   argument == "--windows-exe") {
             if (i + 1 >= argc) {
                 return BadCommandLine(std::string(argument) + " needs a value");
             }
@@ -172,6 +193,12 @@ int main(int argc, char* argv[]) {
                 options.minimal = value;
             } else if (argument == "--log") {
                 options.log = value;
+            } else if (argument == "--windows-console") {
+                options.windowsConsole = value;
+            } else if (argument == "--windows-minimal") {
+                options.windowsMinimal = value;
+            } else if (argument == "--windows-exe") {
+                options.windowsExe = value;
             } else {
                 options.launches = std::atoi(value.c_str());
             }
@@ -182,6 +209,10 @@ int main(int argc, char* argv[]) {
     if (table) {
         if (options.console.empty() || options.minimal.empty() || options.launches < 1) {
             return BadCommandLine("--table needs --console, --minimal and at least one launch");
+        }
+        if (options.windowsConsole.empty() != options.windowsMinimal.empty() ||
+            options.windowsConsole.empty() != options.windowsExe.empty()) {
+            return BadCommandLine("--windows-console, --windows-minimal and --windows-exe go together");
         }
         return RunTable(options);
     }

@@ -102,6 +102,27 @@ Row WithProblem(Row row, const std::string& problem) {
     return row;
 }
 
+// A program's start-up (CPU time, the wall time beside it) and resident
+// memory, each against its yardstick's, started in turn.
+void AddLaunchRows(std::vector<Row>& rows, const std::string& startFigure, const std::string& memoryFigure,
+                   double startLimit, const std::vector<Launch>& program, const std::vector<Launch>& yardstick) {
+    const LaunchMedians console = MediansOf(program);
+    const LaunchMedians minimal = MediansOf(yardstick);
+    const std::string problem = console.problem.empty() ? minimal.problem : console.problem;
+    const std::string count = std::to_string(program.size());
+    rows.push_back(WithProblem(
+        Within(startFigure, console.cpuSeconds, minimal.cpuSeconds, startLimit,
+               Duration(console.cpuSeconds) + " vs " + Duration(minimal.cpuSeconds) + " CPU (" +
+                   Duration(console.seconds) + " vs " + Duration(minimal.seconds) + " wall), medians of " + count +
+                   (std::isnan(console.cpuSpread) || std::isnan(minimal.cpuSpread)
+                        ? std::string()
+                        : " (spread " + SpreadText(console.cpuSpread) + " / " + SpreadText(minimal.cpuSpread) + ")")),
+        problem));
+    rows.push_back(WithProblem(Within(memoryFigure, console.bytes, minimal.bytes, 1.3,
+                                      Mebibytes(console.bytes) + " vs " + Mebibytes(minimal.bytes) + ", medians"),
+                               problem));
+}
+
 }  // namespace
 
 std::string ClickName(const SurveyedCommand& command) { return "Click/" + command.form + "." + command.control; }
@@ -138,23 +159,18 @@ std::vector<Row> TargetRows(const Medians& medians, const CommandSurvey& survey,
                                   Spreads(spreads, WithArgument(kSetImage, size), WithArgument(kOneRead, size))));
     }
 
-    const LaunchMedians console = MediansOf(launches.console);
-    const LaunchMedians minimal = MediansOf(launches.minimal);
-    const std::string problem = console.problem.empty() ? minimal.problem : console.problem;
-    const std::string count = std::to_string(launches.console.size());
-    rows.push_back(WithProblem(
-        Within("start-up to the window first shown (offscreen), CPU time, vs minimal Qt program", console.cpuSeconds,
-               minimal.cpuSeconds, 1.5,
-               Duration(console.cpuSeconds) + " vs " + Duration(minimal.cpuSeconds) + " CPU (" +
-                   Duration(console.seconds) + " vs " + Duration(minimal.seconds) + " wall), medians of " + count +
-                   (std::isnan(console.cpuSpread) || std::isnan(minimal.cpuSpread)
-                        ? std::string()
-                        : " (spread " + SpreadText(console.cpuSpread) + " / " + SpreadText(minimal.cpuSpread) + ")")),
-        problem));
-    rows.push_back(
-        WithProblem(Within("resident memory after start-up vs minimal Qt program", console.bytes, minimal.bytes, 1.3,
-                           Mebibytes(console.bytes) + " vs " + Mebibytes(minimal.bytes) + ", medians"),
-                    problem));
+    AddLaunchRows(rows, "start-up to the window first shown (offscreen), CPU time, vs minimal Qt program",
+                  "resident memory after start-up vs minimal Qt program", 1.5, launches.console, launches.minimal);
+    if (!launches.windowsConsole.empty() || !std::isnan(launches.windowsExeBytes)) {
+        AddLaunchRows(rows,
+                      "Windows program under Wine: start-up to the window first shown, CPU time, vs minimal "
+                      "Win32 program",
+                      "Windows program under Wine: resident memory after start-up vs minimal Win32 program", 1.3,
+                      launches.windowsConsole, launches.windowsMinimal);
+        const bool read = launches.windowsExeBytes >= 0;
+        rows.push_back(Row{"Windows program: size of vantrel-test.exe, no DLL beside it", "printed",
+                           read ? Mebibytes(launches.windowsExeBytes) : "could not be read", read});
+    }
 
     rows.push_back(WithProblem(Within("peak memory added by SET IMAGE of a 64 MiB file, trace written, vs its "
                                       "packet's 128 MiB",

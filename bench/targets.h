@@ -6,6 +6,7 @@
 #include "target_table.h"
 
 #include <functional>
+#include <limits>
 #include <map>
 #include <string>
 #include <vector>
@@ -29,9 +30,15 @@ std::string WithArgument(const char* name, long argument);
 using Medians = std::map<std::string, double, std::less<>>;
 
 // Start-ups of the console and of the minimal Qt program, taken in turn.
+// The Windows program and the minimal Win32 program under Wine likewise,
+// when measured (else empty), with the exe's size (NaN when not measured,
+// negative when it could not be read).
 struct LaunchSeries {
     std::vector<Launch> console;
     std::vector<Launch> minimal;
+    std::vector<Launch> windowsConsole;
+    std::vector<Launch> windowsMinimal;
+    double windowsExeBytes = std::numeric_limits<double>::quiet_NaN();
 };
 
 // Every row of the targets table, in the order of the table.

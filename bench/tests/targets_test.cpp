@@ -139,6 +139,31 @@ TEST(TargetRows, MemoryAndSimulatorRowsReadTheirOwnFigures) {
     EXPECT_TRUE(RowStarting(rows, "start-up").pass);
 }
 
+// The Windows program's rows come only when it was measured: its start-up
+// and memory against the minimal Win32 program's (1.3x each), and its exe's
+// size as printed.
+TEST(TargetRows, TheWindowsProgramHasItsOwnRowsWhenMeasured) {
+    const CommandSurvey survey = SmallSurvey();
+    EXPECT_THROW(RowStarting(TargetRows(GoodMedians(survey), survey, GoodLaunches(), GoodPeaks()), "Windows"),
+                 std::runtime_error);
+    LaunchSeries launches = GoodLaunches();
+    for (int i = 0; i < 3; ++i) {
+        launches.windowsConsole.push_back({true, 0.12, 0.040, 25e6, 0, ""});  // 1.33x the CPU, 1.25x the memory
+        launches.windowsMinimal.push_back({true, 0.05, 0.030, 20e6, 0, ""});
+    }
+    launches.windowsExeBytes = 4.5 * 1024 * 1024;
+    const std::vector<Row> rows = TargetRows(GoodMedians(survey), survey, launches, GoodPeaks());
+    EXPECT_EQ(18u, rows.size());
+    const Row& start = RowStarting(rows, "Windows program under Wine: start-up");
+    EXPECT_FALSE(start.pass);
+    EXPECT_EQ("1.33x (40.0 ms vs 30.0 ms CPU (120 ms vs 50.0 ms wall), medians of 3 (spread \u00b10 % / \u00b10 %))",
+              start.measured);
+    EXPECT_TRUE(RowStarting(rows, "Windows program under Wine: resident memory").pass);
+    const Row& size = RowStarting(rows, "Windows program: size");
+    EXPECT_TRUE(size.pass);
+    EXPECT_EQ("4.50 MiB", size.measured);
+}
+
 TEST(TargetRows, PeakMemoryIsWhatBigDataAddsAgainstItsText) {
     const CommandSurvey survey = SmallSurvey();
     PeakMemory peaks = GoodPeaks();

@@ -6,7 +6,9 @@
 #include <filesystem>
 #include <system_error>
 
-#if !defined(_WIN32)
+#if defined(_WIN32)
+#include <share.h>
+#else
 #include <csignal>
 #include <fcntl.h>
 #include <sys/file.h>

@@ -32,7 +32,7 @@ Apartment::~Apartment() {
     }
 }
 
-std::unique_ptr<ComObject> ComObject::Create(std::string_view progId) {
+std::unique_ptr<ComObject> ComObject::Create(std::string_view progId, Host host) {
     std::unique_ptr<ComObject> object(new ComObject());
     const std::wstring name = WideName(progId);
     CLSID classId{};
@@ -40,8 +40,8 @@ std::unique_ptr<ComObject> ComObject::Create(std::string_view progId) {
         name.find(L'\0') == std::wstring::npos ? CLSIDFromProgID(name.c_str(), &classId) : CO_E_CLASSSTRING;
     if (SUCCEEDED(result)) {
         // No host name: an in-process server or one on this workstation.
-        result = CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch,
-                                  reinterpret_cast<void**>(&object->dispatch_));
+        const DWORD where = host == Host::OwnProcess ? CLSCTX_LOCAL_SERVER : CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER;
+        result = CoCreateInstance(classId, nullptr, where, IID_IDispatch, reinterpret_cast<void**>(&object->dispatch_));
     }
     if (FAILED(result) || !object->dispatch_) {
         throw ErrorFromCreation(result);

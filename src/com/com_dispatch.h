@@ -29,9 +29,13 @@ private:
 // does; nothing is cached between calls.
 class ComObject final : public AutomationObject {
 public:
+    // Where the object may live: wherever its registration says (an
+    // in-process server first), or only in a process of its own (a local
+    // server, or a DLL server in the system's surrogate process).
+    enum class Host { Registered, OwnProcess };
     // Creates the object from its ProgID. Throws 429 (or 430 when it has no
     // dispatch interface).
-    static std::unique_ptr<ComObject> Create(std::string_view progId);
+    static std::unique_ptr<ComObject> Create(std::string_view progId, Host host = Host::Registered);
     // Wraps an object already at hand; takes a reference of its own.
     explicit ComObject(IDispatch* dispatch);
     ~ComObject() override;

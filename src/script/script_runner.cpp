@@ -1,7 +1,7 @@
 #include "script_runner.h"
 
 #include "base/console.h"
-#include "simulator/simulator.h"
+#include "script/simulator_steering.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -55,13 +55,13 @@ Text ScriptPrompter::Input(const Text& prompt, const Text&) {
 }
 
 ScriptRunner::ScriptRunner(std::string fileName, std::vector<std::string> lines, Console& console,
-                           ScriptFrontEnd& frontEnd, ScriptPrompter& prompter, Simulator* simulator)
+                           ScriptFrontEnd& frontEnd, ScriptPrompter& prompter, SimulatorSteering* steering)
     : fileName_(std::move(fileName))
     , lines_(std::move(lines))
     , console_(console)
     , frontEnd_(frontEnd)
     , prompter_(prompter)
-    , simulator_(simulator) {
+    , steering_(steering) {
     prompter_.SetFailure([this](const std::string& message) { Fail(message); });
     prompter_.SetTicker([this](int count) { Tick(count); });
 }
@@ -141,79 +141,24 @@ void ScriptRunner::Execute(const ScriptCommand& command) {
     case Verb::ServerFail:
     case Verb::ServerDelay:
     case Verb::ServerTime:
-    case Verb::ServerAuto: Server(command); break;
+    case Verb::ServerAuto: Steer(command, "server"); break;
     case Verb::ForecourtLift:
     case Verb::ForecourtHang:
     case Verb::ForecourtCard:
     case Verb::ForecourtKeys:
     case Verb::ForecourtCash:
     case Verb::ForecourtPacket:
-    case Verb::ForecourtWash: Forecourt(command); break;
+    case Verb::ForecourtWash: Steer(command, "forecourt"); break;
     }
 }
 
-void ScriptRunner::Server(const ScriptCommand& command) {
-    using Verb = ScriptCommand::Verb;
-    if (!simulator_) {
-        Fail("server lines need the built-in simulator");
+void ScriptRunner::Steer(const ScriptCommand& command, const char* lines) {
+    if (!steering_) {
+        Fail(std::string(lines) + " lines need the built-in simulator");
     }
-    if (command.verb == Verb::ServerTime) {
-        if (!simulator_->AdvanceTime(std::chrono::milliseconds(command.number))) {
-            Fail("the simulator runs on the wall clock; server time needs script mode's clock");
-        }
-        return;
-    }
-    if (command.verb == Verb::ServerAuto) {
-        simulator_->SetAutomatic(command.number != 0);
-        return;
-    }
-    const auto style = simulator_->StyleOf(command.name);
-    if (!style) {
-        Fail("the simulator has no member " + command.name);
-    }
-    const bool answers = *style != Simulator::Style::Assignment;
-    switch (command.verb) {
-    case Verb::ServerAnswerText:
-    case Verb::ServerAnswerNumber:
-    case Verb::ServerAnswerHuge:
-        if (!answers) {
-            Fail(command.name + " is assigned and answers nothing; use server fail or server delay");
-        }
-        if (command.verb == Verb::ServerAnswerText) {
-            simulator_->QueueAnswer(command.name, Variant::OfText(command.text));
-        } else if (command.verb == Verb::ServerAnswerHuge) {
-            simulator_->QueueAnswer(command.name,
-                                    Variant::OfText(simulation::HugeText(static_cast<std::size_t>(command.number))));
-        } else {
-            simulator_->QueueAnswer(command.name, command.number >= -32768 && command.number <= 32767
-                                                      ? Variant::OfInt16(static_cast<std::int16_t>(command.number))
-                                                      : Variant::OfInt32(static_cast<std::int32_t>(command.number)));
-        }
-        break;
-    case Verb::ServerFail:
-        simulator_->QueueFailure(command.name, RuntimeError(static_cast<int>(command.number), ToUtf8(command.text)));
-        break;
-    default: simulator_->QueueDelay(command.name, std::chrono::milliseconds(command.number)); break;
-    }
-}
-
-void ScriptRunner::Forecourt(const ScriptCommand& command) {
-    using Verb = ScriptCommand::Verb;
-    if (!simulator_) {
-        Fail("forecourt lines need the built-in simulator");
-    }
-    std::string refusal;
-    switch (command.verb) {
-    case Verb::ForecourtLift: refusal = simulator_->forecourt().Lift(command.position, command.hose); break;
-    case Verb::ForecourtHang: refusal = simulator_->forecourt().Hang(command.position); break;
-    case Verb::ForecourtCard: refusal = simulator_->forecourt().SwipeCard(command.position, command.text); break;
-    case Verb::ForecourtKeys: refusal = simulator_->forecourt().PressKeys(command.position, command.text); break;
-    case Verb::ForecourtCash: refusal = simulator_->forecourt().InsertCash(command.position, command.text); break;
-    case Verb::ForecourtPacket: refusal = simulator_->forecourt().SendPacket(command.position, command.text); break;
-    default: refusal = simulator_->forecourt().EnterWashCode(command.text); break;
-    }
-    if (!refusal.empty()) {
-        Fail("forecourt: " + refusal);
+    const std::string failure = steering_->Steer(command, lines_[current_]);
+    if (!failure.empty()) {
+        Fail(failure);
     }
 }
 

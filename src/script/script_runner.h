@@ -12,7 +12,7 @@
 namespace vantrel {
 
 class Console;
-class Simulator;
+class SimulatorSteering;
 
 // The replies that script lines queue for the modal boxes. A box with no
 // reply queued, or a reply of the wrong kind, fails the script.
@@ -43,9 +43,10 @@ private:
 // following lines to that window.
 class ScriptRunner final {
 public:
-    // simulator: the built-in server, or nullptr when another one runs.
+    // steering: where server and forecourt lines go, or nullptr when the
+    // server is not the simulator.
     ScriptRunner(std::string fileName, std::vector<std::string> lines, Console& console, ScriptFrontEnd& frontEnd,
-                 ScriptPrompter& prompter, Simulator* simulator);
+                 ScriptPrompter& prompter, SimulatorSteering* steering);
     ScriptRunner(const ScriptRunner&) = delete;
     ScriptRunner& operator=(const ScriptRunner&) = delete;
 
@@ -58,8 +59,8 @@ private:
     // Fails the script when what was printed could not be written.
     void CheckStandardOutput() const;
     void Execute(const ScriptCommand& command);
-    void Server(const ScriptCommand& command);
-    void Forecourt(const ScriptCommand& command);
+    // A server or forecourt line (`lines` names which, for the failure).
+    void Steer(const ScriptCommand& command, const char* lines);
     void Click(const std::string& name, bool twice);
     void Type(const std::string& name, const Text& text);
     void Menu(const std::string& menu, const Text& entry);
@@ -74,7 +75,7 @@ private:
     Console& console_;
     ScriptFrontEnd& frontEnd_;
     ScriptPrompter& prompter_;
-    Simulator* simulator_;
+    SimulatorSteering* steering_;
 };
 
 }  // namespace vantrel

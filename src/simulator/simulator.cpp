@@ -169,6 +169,14 @@ void Simulator::SetAutomatic(bool on) {
     forecourt_->traffic.Switch(on, clock_->Now());
 }
 
+void Simulator::RestartOnScriptClock() {
+    auto manual = std::make_unique<simulation::ManualClock>(simulation::ManualClock::Waits::Slept);
+    manual_ = manual.get();
+    clock_ = std::move(manual);
+    forecourt_ = std::make_unique<simulation::Forecourt>();
+    forecourt_->AdvanceTo(clock_->Now());
+}
+
 bool Simulator::AdvanceTime(std::chrono::milliseconds step) {
     if (!manual_) {
         return false;

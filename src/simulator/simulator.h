@@ -59,6 +59,10 @@ public:
     // clock.
     bool AdvanceTime(std::chrono::milliseconds step);
     simulation::ManualClock* manualClock() const { return manual_; }
+    // Starts over on a clock that only AdvanceTime moves, late answers
+    // really waited: a simulator created elsewhere (the COM server) made
+    // ready for a script, before the script's first line.
+    void RestartOnScriptClock();
     std::chrono::milliseconds now() const { return clock_->Now(); }
 
     // The model brought up to the present: for views, and for the events

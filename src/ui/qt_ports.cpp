@@ -84,75 +84,20 @@ Text QtPrompter::Input(const Text& prompt, const Text& title) {
     return ExecModal(box) == QDialog::Accepted ? FromQString(box.textValue()) : Text();
 }
 
-ProcessErrorReport::ProcessErrorReport(CallListener& events, Mode mode)
-    : events_(events)
-    , mode_(mode) {}
+QtErrorReport::QtErrorReport(CallListener& events, Mode mode)
+    : ProcessErrorReport(events, mode) {}
 
-void ProcessErrorReport::OnEvent(const CallEvent& event) {
-    if (event.op != CallEvent::Op::Put && event.op != CallEvent::Op::Call) {
+void QtErrorReport::ShowBox(const std::string& message, const std::string& details) {
+    if (!qApp) {
         return;
     }
-    lastCall_ = event.member + (event.op == CallEvent::Op::Put ? ", put" : ", call");
-    if (event.argument) {
-        // What was sent, escaped and shortened: the report is no place for a
-        // whole image packet.
-        const Text sent = ToText(*event.argument);
-        constexpr std::size_t kShown = 120;
-        lastCall_ += " \"" + Escaped(TextView(sent).substr(0, kShown)) + "\"" +
-                     (sent.size() > kShown ? " (" + std::to_string(sent.size()) + " characters in all)" : "");
+    QMessageBox box(QMessageBox::Critical, ToQString(kApplicationTitle), QString::fromStdString(message),
+                    QMessageBox::Ok, ModalOwner());
+    // Behind "Show Details...": the report reads as the platform's.
+    if (!details.empty()) {
+        box.setDetailedText(QString::fromStdString(details));
     }
-}
-
-void ProcessErrorReport::Report(const RuntimeError& error) {
-    Tell(error);
-    if (!keepGoing_) {
-        std::_Exit(1);
-    }
-    reported_ = true;
-}
-
-void ProcessErrorReport::ReportAndEnd(const RuntimeError& error) {
-    Tell(error);
-    std::_Exit(1);
-}
-
-void ProcessErrorReport::Tell(const RuntimeError& error) {
-    CallEvent event;
-    event.op = CallEvent::Op::Report;
-    event.error = error;
-    event.when = std::chrono::system_clock::now();
-    events_.OnEvent(event);
-    const std::string message = "Run-time error '" + std::to_string(error.number()) + "':\n\n" + error.description();
-    if (mode_ == Mode::MessageBox && qApp) {
-        QMessageBox box(QMessageBox::Critical, ToQString(kApplicationTitle), QString::fromStdString(message),
-                        QMessageBox::Ok, ModalOwner());
-        // Behind "Show Details...": the report reads as the platform's.
-        QString details;
-        if (!lastCall_.empty()) {
-            details += QStringLiteral("The last call to the server: ") + QString::fromStdString(lastCall_);
-        }
-        if (!sessionLog_.empty()) {
-            details += (details.isEmpty() ? QString() : QStringLiteral("\n\n")) +
-                       QStringLiteral("This session's calls, boxes and this report are in its log:\n") +
-                       QString::fromStdString(sessionLog_);
-        }
-        if (!details.isEmpty()) {
-            box.setDetailedText(details);
-        }
-        ExecModal(box);
-    }
-    const std::string line = "Run-time error " + std::to_string(error.number()) + ": " +
-                             WithControlsEscaped(error.description(), ControlEscapes::All) + "\n";
-    std::fwrite(line.data(), 1, line.size(), stderr);
-    if (!lastCall_.empty()) {
-        const std::string call = "The last call to the server: " + lastCall_ + "\n";
-        std::fwrite(call.data(), 1, call.size(), stderr);
-    }
-    if (!sessionLog_.empty()) {
-        const std::string where = "The session's log: " + sessionLog_ + "\n";
-        std::fwrite(where.data(), 1, where.size(), stderr);
-    }
-    std::fflush(nullptr);
+    ExecModal(box);
 }
 
 void QtWindowHost::Attach(Console& console, QWidget& owner, EventDispatcher dispatch) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/ports.h"
+#include "base/process_error_report.h"
 #include "server/server_calls.h"
 #include "ui/form_view.h"
 
@@ -31,44 +32,15 @@ public:
     Text Input(const Text& prompt, const Text& title) override;
 };
 
-// The platform's report of an unhandled error: a message box with the number
-// and description (or standard error when headless), then the program ends
-// with exit code 1 at once, so no handler goes on after it.
-// The platform's error report. It listens to the session's events so that
-// its details can name the call that failed.
-class ProcessErrorReport final : public ErrorReport, public CallListener {
+// The error report in a Qt message box (or on standard error alone when
+// headless); then the program ends with exit code 1 at once, so no handler
+// goes on after it, unless the technician asked to keep going.
+class QtErrorReport final : public ProcessErrorReport {
 public:
-    enum class Mode {
-        MessageBox,
-        StandardError,
-    };
-    ProcessErrorReport(CallListener& events, Mode mode);
-    void Report(const RuntimeError& error) override;
-    // The last server call, remembered for the report's details.
-    void OnEvent(const CallEvent& event) override;
-    // Where this session's log is, for the report's details; none without.
-    void SetSessionLog(std::string path) { sessionLog_ = std::move(path); }
+    QtErrorReport(CallListener& events, Mode mode);
 
-    // On request, a run-time error is reported and the console goes on: the
-    // handler that raised it stops there, the session does not. Off by
-    // default: then every report ends the program.
-    void SetKeepGoing(bool on) { keepGoing_ = on; }
-    bool keepGoing() const { return keepGoing_; }
-    // Whether any error was reported and gone past.
-    bool reported() const { return reported_; }
-    // A report that ends the program whatever was asked: the console cannot
-    // go on without its server.
-    [[noreturn]] void ReportAndEnd(const RuntimeError& error);
-
-private:
-    void Tell(const RuntimeError& error);
-
-    CallListener& events_;
-    Mode mode_;
-    std::string sessionLog_;
-    bool keepGoing_ = false;
-    bool reported_ = false;
-    std::string lastCall_;  // "SystemVersions, call" with what was sent, shortened
+protected:
+    void ShowBox(const std::string& message, const std::string& details) override;
 };
 
 // The secondary windows as dialogs owned by the console window. Each is made

@@ -5,10 +5,12 @@
 
 #include "base/console.h"
 #include "app/all_forms.h"
+#include "app/com_steering.h"
 #include "com/com_dispatch.h"
 #include "com/com_variant.h"
 #include "server/command_block.h"
-#include "simulator/com/com_simulator_control.h"
+#include "simulator_dll/com_simulator_control.h"
+#include "script/script_line.h"
 #include "simulator/simulator.h"
 
 #include "com_test_support.h"
@@ -110,6 +112,34 @@ TEST_F(ThroughCom, EveryMemberAnswersWhatTheBuiltInSimulatorAnswers) {
         }
         }
     }
+}
+
+// Script mode's server and forecourt lines reach the simulator DLL through
+// its own steering object, beside the console's connection: what they queue
+// is what the console's next call meets, and a line the simulator cannot
+// carry out comes back with its reason.
+TEST_F(ThroughCom, ScriptLinesSteerTheSimulatorBesideTheConsolesConnection) {
+    const auto* object = dynamic_cast<const com::ComObject*>(server.get());
+    const std::unique_ptr<SimulatorSteering> steering = ComSteering::Of(*object, true);
+    ASSERT_NE(nullptr, steering);
+    const auto steer = [&](const std::string& line) {
+        const ParsedLine parsed = ParseScriptLine(line);
+        const auto* command = std::get_if<ScriptCommand>(&parsed);
+        EXPECT_NE(nullptr, command) << line;
+        return command ? steering->Steer(*command, line) : std::string("no command");
+    };
+    EXPECT_EQ("", steer("server answer SystemVersions \"Steered \\x01 1.0\""));
+    EXPECT_EQ(Variant::OfText(FromUtf8("Steered \x01 1.0")), server->Call("SystemVersions"));
+    EXPECT_EQ("", steer("server fail CardQue 5 \"Invalid procedure call or argument\""));
+    std::string description;
+    EXPECT_EQ(5, ErrorNumber([&] { server->Call("CardQue"); }, &description));
+    EXPECT_EQ("Invalid procedure call or argument", description);
+    // Script mode's clock: time moves only when a line moves it.
+    EXPECT_EQ("", steer("server time +2"));
+    EXPECT_EQ("the simulator has no member NoSuchMember", steer("server answer NoSuchMember \"x\""));
+    EXPECT_EQ("Authorize is assigned and answers nothing; use server fail or server delay",
+              steer("server answer Authorize \"x\""));
+    EXPECT_EQ("forecourt: no nozzle is lifted at position 03", steer("forecourt hang 3"));
 }
 
 TEST_F(ThroughCom, MemberNamesAreFoundRegardlessOfCase) {

@@ -4,14 +4,24 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
 namespace vantrel::testing {
 
-// Runs the built program on a script; see RunScript.
+// The program the scripts run: the one built here, or the one that
+// VANTREL_TEST_PROGRAM names (the Windows stage names a wrapper that starts
+// the Windows program under Wine), so that the same scripts and the same
+// expected traces hold both front-ends to the same behaviour.
+inline std::string ProgramUnderTest() {
+    const char* named = std::getenv("VANTREL_TEST_PROGRAM");
+    return named && *named ? named : VANTREL_TEST_BINARY;
+}
+
+// Runs the program on a script; see RunScript.
 inline ScriptRun RunConsole(const std::string& script, const std::vector<std::string>& arguments = {}) {
-    return RunScript(VANTREL_TEST_BINARY, script, arguments);
+    return RunScript(ProgramUnderTest(), script, arguments);
 }
 
 // The trace lines of server calls only (puts and calls), in order.

@@ -92,13 +92,18 @@ TEST(ScriptMode, MistakesExitWithTwoNamingTheLine) {
 }
 
 TEST(ScriptMode, PicturesAreWritten) {
+    // A relative name is relative to the program's working folder: the
+    // run's own folder here, so that nothing lands where the tests started.
+    const ScriptRun probe = RunConsole("");
+    const std::filesystem::path here = std::filesystem::current_path();
+    std::filesystem::current_path(probe.directory);
     const ScriptRun run = RunConsole("shot VantrelTest console.png\n");
+    std::filesystem::current_path(here);
     ASSERT_EQ(0, run.exitCode) << run.err;
-    // Relative to the program's working folder, which the test does not set;
-    // an absolute path is the reliable form.
-    const ScriptRun absolute = RunConsole("shot VantrelTest \"" + run.directory + "/console.png\"\n");
+    EXPECT_GT(std::filesystem::file_size(probe.directory + "/console.png"), 1000u);
+    const ScriptRun absolute = RunConsole("shot VantrelTest \"" + run.directory + "/absolute.png\"\n");
     ASSERT_EQ(0, absolute.exitCode) << absolute.err;
-    EXPECT_GT(std::filesystem::file_size(run.directory + "/console.png"), 1000u);
+    EXPECT_GT(std::filesystem::file_size(run.directory + "/absolute.png"), 1000u);
 }
 
 // The program on a command line of its own, standard output collected.

@@ -309,7 +309,7 @@ TEST_F(CallMonitorWindowTest, StaysUsableWhileTheReportOrAConsoleWindowIsUp) {
     CallMonitorWindow& window = Open();
     Feed({Put("Authorize", kFillup)});
     ClickRow(Rows() - 1);
-    ProcessErrorReport report(events_, ProcessErrorReport::Mode::MessageBox);
+    QtErrorReport report(events_, ProcessErrorReport::Mode::MessageBox);
     report.SetKeepGoing(true);
     const auto copyWhileUp = [&](const std::function<void()>& showModal) {
         QApplication::clipboard()->clear();

@@ -108,6 +108,10 @@ HRESULT SimulatorDispatch::GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count,
         return DISP_E_UNKNOWNNAME;
     }
     const Text asked(reinterpret_cast<const char16_t*>(names[0]));
+    if (count == 1 && _wcsicmp(names[0], kSteeringMember) == 0) {
+        ids[0] = kSteeringMemberId;
+        return S_OK;
+    }
     for (std::size_t i = 0; i < names_.size(); ++i) {
         if (SameName(names_[i], asked)) {
             ids[0] = static_cast<DISPID>(i + 1);
@@ -123,6 +127,16 @@ HRESULT SimulatorDispatch::Invoke(DISPID member, REFIID id, LCID, WORD flags, DI
                                   EXCEPINFO* exception, UINT*) {
     if (!IsEqualIID(id, IID_NULL)) {
         return DISP_E_UNKNOWNINTERFACE;
+    }
+    if (member == kSteeringMemberId && (flags & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)) && result) {
+        auto* steering = new (std::nothrow) SimulatorSteeringDispatch(*this, simulator_);
+        if (!steering) {
+            return E_OUTOFMEMORY;
+        }
+        VariantInit(result);
+        V_VT(result) = VT_DISPATCH;
+        V_DISPATCH(result) = steering;  // the one reference goes to the caller
+        return S_OK;
     }
     if (member < 1 || static_cast<std::size_t>(member) > names_.size()) {
         return DISP_E_MEMBERNOTFOUND;

@@ -1,8 +1,8 @@
 // The built-in simulator as an in-process COM server: the class factory, the
 // four exports of a self-registering DLL, and its registry entries.
 
-#include "simulator/com/com_simulator_control.h"
-#include "simulator/com/com_simulator_dispatch.h"
+#include "simulator_dll/com_simulator_control.h"
+#include "simulator_dll/com_simulator_dispatch.h"
 
 #include <string>
 
@@ -70,6 +70,9 @@ std::wstring GuidText(const GUID& guid) {
 }
 
 std::wstring ClassKey() { return L"CLSID\\" + GuidText(kSimulatorClassId); }
+// The class's own AppID, whose empty DllSurrogate lets a client create the
+// simulator as a local server, in the system's surrogate process.
+std::wstring AppIdKey() { return L"AppID\\" + GuidText(kSimulatorClassId); }
 
 bool SetValue(const std::wstring& key, const wchar_t* name, const std::wstring& value) {
     HKEY handle = nullptr;
@@ -151,7 +154,8 @@ STDAPI DllRegisterServer() {
         SetValue(classKey, nullptr, kDescription) && SetValue(classKey + L"\\InprocServer32", nullptr, path) &&
         SetValue(classKey + L"\\InprocServer32", L"ThreadingModel", L"Apartment") &&
         SetValue(classKey + L"\\ProgID", nullptr, kProgId) && SetValue(kProgId, nullptr, kDescription) &&
-        SetValue(std::wstring(kProgId) + L"\\CLSID", nullptr, ours);
+        SetValue(std::wstring(kProgId) + L"\\CLSID", nullptr, ours) && SetValue(classKey, L"AppID", ours) &&
+        SetValue(AppIdKey(), nullptr, kDescription) && SetValue(AppIdKey(), L"DllSurrogate", L"");
     return written ? S_OK : SELFREG_E_CLASS;
 }
 
@@ -161,6 +165,7 @@ STDAPI DllUnregisterServer() {
     if (_wcsicmp(current.c_str(), GuidText(kSimulatorClassId).c_str()) == 0) {
         RegDeleteTreeW(HKEY_CLASSES_ROOT, kProgId);
     }
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, AppIdKey().c_str());
     const LONG result = RegDeleteTreeW(HKEY_CLASSES_ROOT, ClassKey().c_str());
     return result == ERROR_SUCCESS || result == ERROR_FILE_NOT_FOUND ? S_OK : SELFREG_E_CLASS;
 }

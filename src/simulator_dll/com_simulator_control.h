@@ -14,6 +14,19 @@ inline constexpr CLSID kSimulatorClassId = {
 inline constexpr IID kSimulatorControlId = {
     0xcb9f0632, 0xfbfb, 0x4adf, {0x91, 0x51, 0xb4, 0x4c, 0x0d, 0x18, 0x2b, 0x1a}};
 
+// A member outside the server's names, for script mode's server and
+// forecourt lines: reading it gives a dispatch object of its own, which the
+// system's dispatch marshaller takes to a simulator in another process too.
+// That object's members:
+//   Steer(line As String) As String   carries out one server or forecourt
+//                                     line; "" when done, else the reason
+//   UseScriptClock()                  starts the simulator over on a clock
+//                                     that only "server time" lines move
+inline constexpr wchar_t kSteeringMember[] = L"SimulatorSteering";
+inline constexpr DISPID kSteeringMemberId = 0x10000;  // past the member table's DISPIDs
+inline constexpr DISPID kSteerId = 1;
+inline constexpr DISPID kUseScriptClockId = 2;
+
 // Steers the simulator behind the dispatch interface, for tests in the same
 // process (there is no proxy for it). The console never sees it: its members
 // are not in the dispatch name table, so the server's names stay the real

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "simulator/com/com_simulator_control.h"
+#include "simulator_dll/com_simulator_control.h"
+#include "simulator_dll/com_simulator_steering.h"
 #include "simulator/simulator.h"
 
 #include <atomic>

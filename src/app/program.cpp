@@ -1,0 +1,170 @@
+#include "app/program.h"
+
+#include "app/trace_output.h"
+#include "script/simulator_steering.h"
+#include "simulator/simulator.h"
+#if defined(_WIN32)
+#include "app/com_steering.h"
+#include "com/com_dispatch.h"
+#endif
+
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+namespace vantrel {
+
+namespace {
+
+constexpr const char* kVersion = "1.0.0 (console Ver 1010.29)";
+
+constexpr const char* kHelp =
+    "Usage: vantrel-test [--simulator | --local-server] [--trace FILE] [--script FILE] [--no-log]\n"
+    "                    [--keep-going] [--exit-when-shown]\n"
+    "\n"
+    "The hand-driven test console for the forecourt controller server\n"
+    "\"Vantrel.Application\": one button per command, with every call echoed.\n"
+    "\n"
+    "  --simulator     use the built-in simulator even where the real server exists\n"
+    "  --local-server  (Windows) create the COM server in a process of its own: a\n"
+    "                  server DLL then runs in the system's surrogate process, and\n"
+    "                  a fault in it cannot end the console\n"
+    "  --trace FILE    write every server call, box and error report to FILE,\n"
+    "                  one JSON object per line, flushed as it happens\n"
+    "  --script FILE   run FILE without a person at the windows (on Linux on\n"
+    "                  Qt's offscreen platform, no display needed) and exit:\n"
+    "                  0 at its end, 1 through the error report, 2 when the\n"
+    "                  script itself fails\n"
+    "  --keep-going    after a run-time error, show its report and go on instead\n"
+    "                  of ending the program (a script then ends with 1 when an\n"
+    "                  error was reported); Tools > Keep going after run-time\n"
+    "                  errors sets the same for normal runs, and is remembered\n"
+    "  --no-log        write no session log (a run without --script writes its\n"
+    "                  trace to $XDG_STATE_HOME/vantrel-test/logs, one file per\n"
+    "                  run, the newest 20 runs or 100 MB kept)\n"
+    "  --exit-when-shown\n"
+    "                  once the console window has been painted for the first\n"
+    "                  time, write \"shown\" and the resident size (\"shown 41236\n"
+    "                  KiB\") on standard output and exit with 0 (start-up\n"
+    "                  measurements, see bench/run)\n"
+    "  --help          show this text\n"
+    "  --version       show the version\n"
+    "\n"
+    "On Windows the console drives the COM server registered as\n"
+    "\"Vantrel.Application\"; elsewhere, and with --simulator, the built-in\n"
+    "simulator stands in. VANTREL_NO_SIMULATOR=1 leaves the simulator out\n"
+    "where no --simulator is given (the console then cannot start without a\n"
+    "server).\n";
+
+int Usage(const std::string& message) {
+    std::fprintf(stderr, "vantrel-test: %s\n(see vantrel-test --help)\n", message.c_str());
+    return 2;
+}
+
+}  // namespace
+
+std::variant<ProgramOptions, int> ParseCommandLine(const std::vector<std::string>& arguments) {
+    ProgramOptions options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string_view argument = arguments[i];
+        if (argument == "--help" || argument == "-h") {
+            std::fputs(kHelp, stdout);
+            std::fflush(stdout);
+            return 0;
+        }
+        if (argument == "--version") {
+            std::printf("vantrel-test %s\n", kVersion);
+            std::fflush(stdout);
+            return 0;
+        }
+        if (argument == "--simulator") {
+            options.simulator = true;
+        } else if (argument == "--local-server") {
+#if defined(_WIN32)
+            options.localServer = true;
+#else
+            return Usage("--local-server names a COM server's process: only on Windows");
+#endif
+        } else if (argument == "--keep-going") {
+            options.keepGoing = true;
+        } else if (argument == "--no-log") {
+            options.noLog = true;
+        } else if (argument == "--exit-when-shown") {
+            options.exitWhenShown = true;
+        } else if (argument == "--trace" || argument == "--script") {
+            if (i + 1 >= arguments.size()) {
+                return Usage(std::string(argument) + " needs a file name");
+            }
+            (argument == "--trace" ? options.trace : options.script) = arguments[++i];
+        } else {
+            return Usage("unknown option " + std::string(argument));
+        }
+    }
+    return options;
+}
+
+int Refused(const std::string& message) {
+    const std::string line = "vantrel-test: " + WithControlsEscaped(message, ControlEscapes::All) + "\n";
+    std::fwrite(line.data(), 1, line.size(), stderr);
+    std::fflush(stderr);
+    return 2;
+}
+
+std::variant<RunRecords, int> OpenRunRecords(const ProgramOptions& options, CallEvents& events) {
+    RunRecords records;
+    if (options.trace) {
+        const OpenedTrace opened = OpenTrace(*options.trace, options.script);
+        if (!opened.problem.empty()) {
+            return Refused(opened.problem);
+        }
+        records.traces.push_back(std::make_unique<TraceFile>(opened.file, *options.trace));
+    }
+    // An interactive run keeps its own record, so that a run that ends
+    // through the error report loses nothing.
+    if (!options.script && !options.noLog) {
+        const SessionLog log = OpenSessionLog(SessionLogFolder());
+        if (log.file) {
+            records.sessionLog = log.path;
+            records.traces.push_back(std::make_unique<TraceFile>(log.file, log.path));
+        } else {
+            std::fprintf(stderr, "vantrel-test: no session log: %s\n", log.problem.c_str());
+        }
+    }
+    for (const auto& trace : records.traces) {
+        events.Add(trace.get());
+    }
+    return records;
+}
+
+void RegisterServers(ServerRegistry& servers, const ProgramOptions& options, ServerReached& reached) {
+#if defined(_WIN32)
+    if (!options.simulator) {
+        const bool scripted = options.script.has_value();
+        servers.Register(
+            std::string(kServerProgId),
+            [&reached, scripted, localServer = options.localServer]() -> std::unique_ptr<AutomationObject> {
+                auto created = com::ComObject::Create(
+                    kServerProgId, localServer ? com::ComObject::Host::OwnProcess : com::ComObject::Host::Registered);
+                reached.steering = ComSteering::Of(*created, scripted);
+                return created;
+            });
+    }
+#endif
+    const char* leaveOut = std::getenv("VANTREL_NO_SIMULATOR");
+    const bool noSimulator = leaveOut && std::string_view(leaveOut) == "1";
+    if (servers.Has(kServerProgId) || (noSimulator && !options.simulator)) {
+        return;
+    }
+    // Script mode runs it on a clock that only "server time" lines move.
+    const bool manualClock = options.script.has_value();
+    servers.Register(std::string(kServerProgId), [&reached, manualClock] {
+        auto created = manualClock ? std::make_unique<Simulator>(std::make_unique<simulation::ManualClock>(
+                                         simulation::ManualClock::Waits::Slept))
+                                   : std::make_unique<Simulator>();
+        reached.simulator = created.get();
+        reached.steering = std::make_unique<InProcessSteering>(*created);
+        return created;
+    });
+}
+
+}  // namespace vantrel

@@ -1,0 +1,74 @@
+#include "process_error_report.h"
+
+#include "server/text.h"
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+
+namespace vantrel {
+
+ProcessErrorReport::ProcessErrorReport(CallListener& events, Mode mode)
+    : events_(events)
+    , mode_(mode) {}
+
+void ProcessErrorReport::OnEvent(const CallEvent& event) {
+    if (event.op != CallEvent::Op::Put && event.op != CallEvent::Op::Call) {
+        return;
+    }
+    lastCall_ = event.member + (event.op == CallEvent::Op::Put ? ", put" : ", call");
+    if (event.argument) {
+        // What was sent, escaped and shortened: the report is no place for a
+        // whole image packet.
+        const Text sent = ToText(*event.argument);
+        constexpr std::size_t kShown = 120;
+        lastCall_ += " \"" + Escaped(TextView(sent).substr(0, kShown)) + "\"" +
+                     (sent.size() > kShown ? " (" + std::to_string(sent.size()) + " characters in all)" : "");
+    }
+}
+
+void ProcessErrorReport::Report(const RuntimeError& error) {
+    Tell(error);
+    if (!keepGoing_) {
+        std::_Exit(1);
+    }
+    reported_ = true;
+}
+
+void ProcessErrorReport::ReportAndEnd(const RuntimeError& error) {
+    Tell(error);
+    std::_Exit(1);
+}
+
+void ProcessErrorReport::Tell(const RuntimeError& error) {
+    CallEvent event;
+    event.op = CallEvent::Op::Report;
+    event.error = error;
+    event.when = std::chrono::system_clock::now();
+    events_.OnEvent(event);
+    if (mode_ == Mode::MessageBox) {
+        std::string details;
+        if (!lastCall_.empty()) {
+            details += "The last call to the server: " + lastCall_;
+        }
+        if (!sessionLog_.empty()) {
+            details += (details.empty() ? "" : "\n\n") +
+                       std::string("This session's calls, boxes and this report are in its log:\n") + sessionLog_;
+        }
+        ShowBox("Run-time error '" + std::to_string(error.number()) + "':\n\n" + error.description(), details);
+    }
+    const std::string line = "Run-time error " + std::to_string(error.number()) + ": " +
+                             WithControlsEscaped(error.description(), ControlEscapes::All) + "\n";
+    std::fwrite(line.data(), 1, line.size(), stderr);
+    if (!lastCall_.empty()) {
+        const std::string call = "The last call to the server: " + lastCall_ + "\n";
+        std::fwrite(call.data(), 1, call.size(), stderr);
+    }
+    if (!sessionLog_.empty()) {
+        const std::string where = "The session's log: " + sessionLog_ + "\n";
+        std::fwrite(where.data(), 1, where.size(), stderr);
+    }
+    std::fflush(nullptr);
+}
+
+}  // namespace vantrel
