@@ -20,9 +20,13 @@ void ProcessErrorReport::OnEvent(const CallEvent& event) {
     if (event.argument) {
         // What was sent, escaped and shortened: the report is no place for a
         // whole image packet.
-        const Text sent = ToText(*event.argument);
+        // Read in place: a copy of an image packet would add its whole size
+        // to the peak at every call.
+        const Variant& argument = *event.argument;
+        const Text converted = argument.is(Variant::Kind::Text) ? Text() : ToText(argument);
+        const TextView sent = argument.is(Variant::Kind::Text) ? TextView(argument.text()) : TextView(converted);
         constexpr std::size_t kShown = 120;
-        lastCall_ += " \"" + Escaped(TextView(sent).substr(0, kShown)) + "\"" +
+        lastCall_ += " \"" + Escaped(sent.substr(0, kShown)) + "\"" +
                      (sent.size() > kShown ? " (" + std::to_string(sent.size()) + " characters in all)" : "");
     }
 }

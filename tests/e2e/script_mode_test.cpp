@@ -258,5 +258,18 @@ TEST(KeepGoing, OnRequestTheSessionGoesOnPastARunTimeError) {
     }
 }
 
+// The report names what the last call sent, escaped and cut at 120
+// characters, with the whole length beside it.
+TEST(KeepGoing, TheReportShowsTheStartOfWhatWasSent) {
+    const ScriptRun run = RunConsole(
+        "server fail CarWashInformationRequest 5 \"Invalid procedure call or argument\"\n"
+        "click OTHERDEVICESBUTTON\ntype CodeBox \"" +
+        std::string(200, '7') + "\"\nclick CODESTATUS_BUTTON\n");
+    EXPECT_EQ(1, run.exitCode);
+    EXPECT_THAT(run.err, HasSubstr("The last call to the server: CarWashInformationRequest, put "
+                                   "\"CarWashCodeStatus\\r\\nCarWashCode=" +
+                                   std::string(89, '7') + "\" (234 characters in all)\n"));
+}
+
 }  // namespace
 }  // namespace vantrel::testing
