@@ -287,9 +287,7 @@ void FormWindow::Type(std::string_view control, const Text& text) {
     }
     // The box would end the text at a NUL: the change takes the exact one.
     typing_ = &text;
-    SendMessageW(handle, WM_SETREDRAW, FALSE, 0);
     SetWindowTextW(handle, Wide(text).c_str());
-    SendMessageW(handle, WM_SETREDRAW, TRUE, 0);
     typing_ = nullptr;
 }
 
