@@ -52,6 +52,46 @@ private:
     std::map<std::string, ServerFactory, std::less<>> factories_;
 };
 
+// A Decorator for ServerRegistry::Decorated: a `Guard` (a front-end's busy
+// cursor, set in its constructor and undone in its destructor) is held while
+// the object is created and during each put or call.
+template <class Guard>
+std::unique_ptr<AutomationObject> GuardedWhileCalling(const ServerFactory& create) {
+    class Guarded final : public AutomationObject {
+    public:
+        explicit Guarded(std::unique_ptr<AutomationObject> inner)
+            : inner_(std::move(inner)) {}
+        void Put(std::string_view member, const Variant& value) override {
+            const Guard guard;
+            inner_->Put(member, value);
+        }
+        Variant Call(std::string_view member) override {
+            const Guard guard;
+            return inner_->Call(member);
+        }
+        Variant Call(std::string_view member, const Variant& argument) override {
+            const Guard guard;
+            return inner_->Call(member, argument);
+        }
+        Variant CallByRef(std::string_view member, Variant& argument) override {
+            const Guard guard;
+            return inner_->CallByRef(member, argument);
+        }
+
+    private:
+        std::unique_ptr<AutomationObject> inner_;
+    };
+    std::unique_ptr<AutomationObject> object;
+    {
+        const Guard guard;
+        object = create();
+    }
+    if (!object) {
+        return object;  // the registry reports the failed creation
+    }
+    return std::make_unique<Guarded>(std::move(object));
+}
+
 // What happened at the console's edge: a server call, a modal box, the error
 // report. The trace file and the call monitor both listen to these.
 struct CallEvent {

@@ -1,5 +1,6 @@
 #include "com_simulator_steering.h"
 
+#include "com/com_variant.h"
 #include "com_simulator_control.h"
 #include "script/script_line.h"
 #include "script/simulator_steering.h"
@@ -8,28 +9,6 @@
 #include <string>
 
 namespace vantrel::com {
-namespace {
-
-std::string Utf8(const wchar_t* text, UINT length) {
-    if (length == 0) {
-        return {};
-    }
-    const int size = WideCharToMultiByte(CP_UTF8, 0, text, static_cast<int>(length), nullptr, 0, nullptr, nullptr);
-    std::string converted(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text, static_cast<int>(length), converted.data(), size, nullptr, nullptr);
-    return converted;
-}
-
-BSTR Bstr(const std::string& text) {
-    const int size = MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
-    BSTR converted = SysAllocStringLen(nullptr, static_cast<UINT>(size));
-    if (converted && size > 0) {
-        MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), converted, size);
-    }
-    return converted;
-}
-
-}  // namespace
 
 SimulatorSteeringDispatch::SimulatorSteeringDispatch(IDispatch& owner, Simulator& simulator)
     : owner_(owner)
@@ -101,7 +80,7 @@ HRESULT SimulatorSteeringDispatch::Invoke(DISPID member, REFIID, LCID, WORD flag
             return DISP_E_BADPARAMCOUNT;
         }
         const BSTR line = V_BSTR(&parameters->rgvarg[0]);
-        const ParsedLine parsed = ParseScriptLine(Utf8(line, SysStringLen(line)));
+        const ParsedLine parsed = ParseScriptLine(ToUtf8(TextOf(line)));
         std::string outcome;
         if (const auto* command = std::get_if<ScriptCommand>(&parsed)) {
             outcome = SteerSimulator(simulator_, *command);
@@ -113,7 +92,7 @@ HRESULT SimulatorSteeringDispatch::Invoke(DISPID member, REFIID, LCID, WORD flag
         if (result) {
             VariantInit(result);
             V_VT(result) = VT_BSTR;
-            V_BSTR(result) = Bstr(outcome);
+            V_BSTR(result) = AllocateText(FromUtf8(outcome));
         }
         return S_OK;
     } catch (const std::bad_alloc&) {

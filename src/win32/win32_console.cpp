@@ -42,45 +42,11 @@ private:
     HCURSOR before_;
 };
 
-class BusyObject final : public AutomationObject {
-public:
-    explicit BusyObject(std::unique_ptr<AutomationObject> inner)
-        : inner_(std::move(inner)) {}
-    void Put(std::string_view member, const Variant& value) override {
-        const BusyCursor busy;
-        inner_->Put(member, value);
-    }
-    Variant Call(std::string_view member) override {
-        const BusyCursor busy;
-        return inner_->Call(member);
-    }
-    Variant Call(std::string_view member, const Variant& argument) override {
-        const BusyCursor busy;
-        return inner_->Call(member, argument);
-    }
-    Variant CallByRef(std::string_view member, Variant& argument) override {
-        const BusyCursor busy;
-        return inner_->CallByRef(member, argument);
-    }
-
-private:
-    std::unique_ptr<AutomationObject> inner_;
-};
-
-std::unique_ptr<AutomationObject> BusyWhileCalling(const ServerFactory& create) {
-    std::unique_ptr<AutomationObject> object;
-    {
-        const BusyCursor busy;
-        object = create();
-    }
-    return object ? std::make_unique<BusyObject>(std::move(object)) : nullptr;
-}
-
 }  // namespace
 
 ConsoleApp::ConsoleApp(std::vector<FormDescription> forms, const ServerRegistry& servers, CallListener& events,
                        vantrel::Prompter& prompter, ProcessErrorReport& report, bool interactive)
-    : servers_(servers.Decorated(BusyWhileCalling))
+    : servers_(servers.Decorated(GuardedWhileCalling<BusyCursor>))
     , prompter_(prompter, events)
     , report_(report)
     , console_(Console::Ports{servers_, events, prompter_, windows_}, std::move(forms))

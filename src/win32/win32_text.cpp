@@ -1,33 +1,14 @@
 #include "win32_text.h"
 
-#include <windows.h>
-
 namespace vantrel::win32 {
 
 std::wstring Wide(TextView text) { return std::wstring(text.begin(), text.end()); }
 
 Text FromWide(std::wstring_view text) { return Text(text.begin(), text.end()); }
 
-std::wstring WideFromUtf8(std::string_view text) {
-    if (text.empty()) {
-        return {};
-    }
-    const int size = MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(size), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), wide.data(), size);
-    return wide;
-}
+std::wstring WideFromUtf8(std::string_view text) { return Wide(FromUtf8(text)); }
 
-std::string Utf8(std::wstring_view text) {
-    if (text.empty()) {
-        return {};
-    }
-    const int size =
-        WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0, nullptr, nullptr);
-    std::string narrow(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), narrow.data(), size, nullptr, nullptr);
-    return narrow;
-}
+std::string Utf8(std::wstring_view text) { return ToUtf8(FromWide(text)); }
 
 std::wstring ShownWide(TextView text, LineBreaks breaks) {
     const Text shown = ShownText(text, breaks);
