@@ -83,8 +83,12 @@ FormWindow::FormWindow(const FormDescription& description, FormState& state, Eve
     formFont_ = CreateFontW(-MulDiv(11, ScreenDpi(), 96), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                             OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS,
                             L"MS Sans Serif");
-    for (const vantrel::Control& control : description.controls) {
-        Create(control);
+    // The system puts each new control below the ones before it, and a
+    // later control of the form lies above an earlier one and takes the
+    // click there: created last to first, they need no reordering, which
+    // under Wine is a server round trip per control.
+    for (auto control = description.controls.rbegin(); control != description.controls.rend(); ++control) {
+        Create(*control);
     }
     state_.SetListener([this](const std::string& control, FormState::Property property) { Sync(control, property); });
 }
@@ -161,7 +165,7 @@ void FormWindow::Create(const vantrel::Control& control) {
     case ControlKind::Label:
         type = L"STATIC";
         style |= SS_LEFT | SS_NOPREFIX | (control.click ? SS_NOTIFY : 0);
-        caption.clear();
+        caption = Shown(control);
         break;
     case ControlKind::TextBox:
         type = L"EDIT";
@@ -176,7 +180,7 @@ void FormWindow::Create(const vantrel::Control& control) {
         } else {
             style |= ES_AUTOHSCROLL;
         }
-        caption.clear();
+        caption = Shown(control);
         break;
     case ControlKind::Frame: style |= BS_GROUPBOX; break;
     case ControlKind::Timer: return;
@@ -186,8 +190,6 @@ void FormWindow::Create(const vantrel::Control& control) {
         CreateWindowExW(extended, type, caption.c_str(), style, Pixels(left), Pixels(top), Pixels(control.width),
                         Pixels(control.height), window_, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)),
                         GetModuleHandleW(nullptr), nullptr);
-    // A later control lies above an earlier one, and takes the click there.
-    SetWindowPos(handle, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     SendMessageW(handle, WM_SETFONT, reinterpret_cast<WPARAM>(FontFor(control)), FALSE);
     controls_.emplace(control.name, handle);
     rows_.emplace(handle, &control);
@@ -202,7 +204,6 @@ void FormWindow::Create(const vantrel::Control& control) {
     if (control.kind == ControlKind::OptionButton) {
         SendMessageW(handle, BM_SETCHECK, state_.Checked(control.name) ? BST_CHECKED : BST_UNCHECKED, 0);
     }
-    SyncText(control, handle);
 }
 
 void FormWindow::BuildMenu(const MenuBar& menu) {
@@ -232,21 +233,23 @@ bool FormWindow::RunMenu(std::string_view menu, TextView entry) {
     return false;
 }
 
+std::wstring FormWindow::Shown(const vantrel::Control& control) const {
+    const Text& text = state_.TextOf(control.name);
+    if (control.kind == ControlKind::Label || control.multiLine) {
+        return ShownWide(text, LineBreaks::AtCrLf);
+    }
+    return control.readOnly ? ShownWide(text, LineBreaks::None) : Wide(text);
+}
+
 void FormWindow::SyncText(const vantrel::Control& control, HWND handle) {
     if (control.kind == ControlKind::OptionButton || control.kind == ControlKind::CommandButton ||
         control.kind == ControlKind::Frame) {
         return;  // captions do not change at run time
     }
-    const Text& text = state_.TextOf(control.name);
-    std::wstring shown;
-    if (control.kind == ControlKind::Label || control.multiLine) {
-        shown = ShownWide(text, LineBreaks::AtCrLf);
-    } else if (control.readOnly) {
-        shown = ShownWide(text, LineBreaks::None);
-    } else {
+    const std::wstring shown = Shown(control);
+    if (control.kind == ControlKind::TextBox && !control.multiLine && !control.readOnly) {
         // An editable box shows what was typed; writing back the same text
         // would move the cursor to the end.
-        shown = Wide(text);
         const int length = GetWindowTextLengthW(handle);
         std::wstring current(static_cast<std::size_t>(length) + 1, L'\0');
         current.resize(static_cast<std::size_t>(GetWindowTextW(handle, current.data(), length + 1)));

@@ -80,6 +80,8 @@ private:
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     void Create(const vantrel::Control& control);
     void Sync(const std::string& control, FormState::Property property);
+    // The text a label or text box shows for the model's.
+    std::wstring Shown(const vantrel::Control& control) const;
     void SyncText(const vantrel::Control& control, HWND handle);
     void Command(HWND control, UINT code);
     void Focus(const vantrel::Control& control, bool gained);
