@@ -39,6 +39,12 @@ void RegisterFormClass() {
     (void)registered;
 }
 
+// A one-line box the technician types into: it holds the exact text, so
+// what is typed is what is read back.
+bool Editable(const vantrel::Control& control) {
+    return control.kind == ControlKind::TextBox && !control.multiLine && !control.readOnly;
+}
+
 std::wstring WithoutAccessKeys(TextView caption) {
     std::wstring plain;
     for (const char16_t c : caption) {
@@ -235,10 +241,11 @@ bool FormWindow::RunMenu(std::string_view menu, TextView entry) {
 
 std::wstring FormWindow::Shown(const vantrel::Control& control) const {
     const Text& text = state_.TextOf(control.name);
-    if (control.kind == ControlKind::Label || control.multiLine) {
-        return ShownWide(text, LineBreaks::AtCrLf);
+    if (Editable(control)) {
+        return Wide(text);
     }
-    return control.readOnly ? ShownWide(text, LineBreaks::None) : Wide(text);
+    return ShownWide(text,
+                     control.kind == ControlKind::Label || control.multiLine ? LineBreaks::AtCrLf : LineBreaks::None);
 }
 
 void FormWindow::SyncText(const vantrel::Control& control, HWND handle) {
@@ -247,7 +254,7 @@ void FormWindow::SyncText(const vantrel::Control& control, HWND handle) {
         return;  // captions do not change at run time
     }
     const std::wstring shown = Shown(control);
-    if (control.kind == ControlKind::TextBox && !control.multiLine && !control.readOnly) {
+    if (Editable(control)) {
         // An editable box shows what was typed; writing back the same text
         // would move the cursor to the end.
         const int length = GetWindowTextLengthW(handle);
