@@ -25,7 +25,8 @@ namespace {
 constexpr char kUsage[] =
     "Usage: vantrel_bench [Google Benchmark options]\n"
     "       vantrel_bench --table --console PROGRAM --minimal PROGRAM [--launches N] [--log FILE]\n"
-    "                     [--windows-console PROGRAM --windows-minimal PROGRAM --windows-exe FILE]\n"
+    "                     [--windows-console PROGRAM --windows-controls PROGRAM --windows-minimal PROGRAM\n"
+    "                      --windows-exe FILE]\n"
     "\n"
     "With --table: runs the benchmarks the targets are read from (15 repetitions\n"
     "each in random order, medians of CPU time), starts PROGRAM --exit-when-shown and the minimal\n"
@@ -34,12 +35,14 @@ constexpr char kUsage[] =
     "target is met, 1 when one is not, 2 for a bad command line. The benchmarks'\n"
     "own output goes to FILE (default: standard error). The --windows- options\n"
     "add the Windows program's rows: its start (a command that runs it under\n"
-    "Wine), that of the minimal Win32 program, and its exe for the size.\n";
+    "Wine), that of the plain Win32 program with the same window's controls,\n"
+    "that of the minimal Win32 program, and its exe for the size.\n";
 
 struct TableOptions {
     std::string console;
     std::string minimal;
     std::string windowsConsole;
+    std::string windowsControls;
     std::string windowsMinimal;
     std::string windowsExe;
     int launches = 9;
@@ -90,8 +93,8 @@ struct Figures {
 Figures RunBenchmarks(std::ostream& log) {
     std::vector<std::string> flags = {
         "vantrel_bench",
-        std::string("--benchmark_filter=^(Click|Appends|") + kPacketClick + "|" + kSetImage + "|" + kOneRead + "|" +
-            kStressTick + "|" + kSimulatorPut + ")(/|$)",
+        std::string("--benchmark_filter=^(Click|Appends|") + kPacketClick + "|" + kSetImage + "|" + kReadAndWiden +
+            "|" + kStressTick + "|" + kSimulatorPut + ")(/|$)",
         // Repetitions in random order, so that what the machine's other work
         // takes away falls alike on a figure and its yardstick.
         "--benchmark_repetitions=15",
@@ -127,9 +130,11 @@ LaunchSeries RunLaunches(const TableOptions& options) {
         }
         if (!options.windowsConsole.empty()) {
             Launch windows = LaunchUntilShown({options.windowsConsole, "--exit-when-shown"}, kTimeout);
+            Launch windowsControls = LaunchUntilShown({options.windowsControls}, kTimeout);
             Launch windowsMinimal = LaunchUntilShown({options.windowsMinimal}, kTimeout);
             if (round > 0) {
                 series.windowsConsole.push_back(std::move(windows));
+                series.windowsControls.push_back(std::move(windowsControls));
                 series.windowsMinimal.push_back(std::move(windowsMinimal));
             }
         }
@@ -181,8 +186,8 @@ int main(int argc, char* argv[]) {
         if (argument == "--table") {
             table = true;
         } else if (argument == "--console" || argument == "--minimal" || argument == "--launches" ||
-                   argument == "--log" || argument == "--windows-console" || argument == "--windows-minimal" ||
-                   argument == "--windows-exe") {
+                   argument == "--log" || argument == "--windows-console" || argument == "--windows-controls" ||
+                   argument == "--windows-minimal" || argument == "--windows-exe") {
             if (i + 1 >= argc) {
                 return BadCommandLine(std::string(argument) + " needs a value");
             }
@@ -195,6 +200,8 @@ int main(int argc, char* argv[]) {
                 options.log = value;
             } else if (argument == "--windows-console") {
                 options.windowsConsole = value;
+            } else if (argument == "--windows-controls") {
+                options.windowsControls = value;
             } else if (argument == "--windows-minimal") {
                 options.windowsMinimal = value;
             } else if (argument == "--windows-exe") {
@@ -210,9 +217,11 @@ int main(int argc, char* argv[]) {
         if (options.console.empty() || options.minimal.empty() || options.launches < 1) {
             return BadCommandLine("--table needs --console, --minimal and at least one launch");
         }
-        if (options.windowsConsole.empty() != options.windowsMinimal.empty() ||
+        if (options.windowsConsole.empty() != options.windowsControls.empty() ||
+            options.windowsConsole.empty() != options.windowsMinimal.empty() ||
             options.windowsConsole.empty() != options.windowsExe.empty()) {
-            return BadCommandLine("--windows-console, --windows-minimal and --windows-exe go together");
+            return BadCommandLine(
+                "--windows-console, --windows-controls, --windows-minimal and --windows-exe go together");
         }
         return RunTable(options);
     }

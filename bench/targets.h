@@ -17,7 +17,7 @@ namespace vantrel::bench {
 // iteration, the median of the repetitions.
 inline constexpr char kPacketClick[] = "PacketQueClick";  // /count
 inline constexpr char kSetImage[] = "SetImage";           // /bytes
-inline constexpr char kOneRead[] = "OneRead";             // /bytes
+inline constexpr char kReadAndWiden[] = "ReadAndWiden";   // /bytes
 inline constexpr char kStressTick[] = "StressTick";
 inline constexpr char kSimulatorPut[] = "SimulatorPut";  // one assignment
 inline constexpr int kPacketCounts[] = {3, 999, 30000};
@@ -30,13 +30,15 @@ std::string WithArgument(const char* name, long argument);
 using Medians = std::map<std::string, double, std::less<>>;
 
 // Start-ups of the console and of the minimal Qt program, taken in turn.
-// The Windows program and the minimal Win32 program under Wine likewise,
-// when measured (else empty), with the exe's size (NaN when not measured,
-// negative when it could not be read).
+// The Windows program, the same window's controls in a plain Win32 program
+// and the one-button Win32 program under Wine likewise, when measured (else
+// empty), with the exe's size (NaN when not measured, negative when it could
+// not be read).
 struct LaunchSeries {
     std::vector<Launch> console;
     std::vector<Launch> minimal;
     std::vector<Launch> windowsConsole;
+    std::vector<Launch> windowsControls;
     std::vector<Launch> windowsMinimal;
     double windowsExeBytes = std::numeric_limits<double>::quiet_NaN();
 };
