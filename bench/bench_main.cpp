@@ -73,6 +73,13 @@ public:
         }
         return result;
     }
+    Medians lowerQuartiles() const {
+        Medians result;
+        for (const auto& [name, samples] : samples_) {
+            result[name] = LowerQuartile(samples);
+        }
+        return result;
+    }
     Medians spreads() const {
         Medians result;
         for (const auto& [name, samples] : samples_) {
@@ -88,6 +95,7 @@ private:
 struct Figures {
     Medians medians;
     Medians spreads;
+    Medians lowerQuartiles;
 };
 
 Figures RunBenchmarks(std::ostream& log) {
@@ -113,7 +121,7 @@ Figures RunBenchmarks(std::ostream& log) {
     collector.SetErrorStream(&log);
     benchmark::RunSpecifiedBenchmarks(&collector);
     benchmark::Shutdown();
-    return {collector.medians(), collector.spreads()};
+    return {collector.medians(), collector.spreads(), collector.lowerQuartiles()};
 }
 
 LaunchSeries RunLaunches(const TableOptions& options) {
@@ -158,7 +166,8 @@ int RunTable(const TableOptions& options) {
         launches.windowsExeBytes = error ? -1 : static_cast<double>(size);
     }
     const PeakMemory peaks = MeasurePeakMemory(options.console);
-    const std::vector<Row> rows = TargetRows(figures.medians, survey, launches, peaks, figures.spreads);
+    const std::vector<Row> rows =
+        TargetRows(figures.medians, survey, launches, peaks, figures.spreads, figures.lowerQuartiles);
     std::cout << Render(rows) << std::flush;
     for (const Row& row : rows) {
         if (!row.pass) {

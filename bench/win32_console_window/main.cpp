@@ -85,24 +85,16 @@ LRESULT CALLBACK FrameProcedure(HWND frame, UINT message, WPARAM wParam, LPARAM 
 }
 
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-    case WM_DRAWITEM: {
+    if (message == WM_DRAWITEM) {
         const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
         const std::size_t index = item.CtlID - kFirstControlId;
         const std::optional<Color> back = ColorOrNone(kListedControls[index].backColor);
         win32::DrawGraphicalButton(item, back ? Brush(*back) : nullptr, gRows[index].foreColor);
         return TRUE;
     }
-    case WM_CTLCOLORSTATIC:
-    case WM_CTLCOLOREDIT:
-    case WM_CTLCOLORBTN:
-        if (HBRUSH brush = Colors(reinterpret_cast<HWND>(lParam), reinterpret_cast<HDC>(wParam))) {
-            return reinterpret_cast<LRESULT>(brush);
-        }
-        break;
-    default: break;
-    }
-    return DefWindowProcW(window, message, wParam, lParam);
+    const bool colors = message == WM_CTLCOLORSTATIC || message == WM_CTLCOLOREDIT || message == WM_CTLCOLORBTN;
+    HBRUSH brush = colors ? Colors(reinterpret_cast<HWND>(lParam), reinterpret_cast<HDC>(wParam)) : nullptr;
+    return brush ? reinterpret_cast<LRESULT>(brush) : DefWindowProcW(window, message, wParam, lParam);
 }
 
 }  // namespace
