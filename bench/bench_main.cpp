@@ -59,8 +59,11 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
             if (run.run_type == Run::RT_Iteration && !run.error_occurred) {
-                samples_[run.benchmark_name()].push_back(run.GetAdjustedCPUTime() /
-                                                         benchmark::GetTimeUnitMultiplier(run.time_unit));
+                // By name and arguments, without the "/iterations:N" that a
+                // benchmark of a fixed count has.
+                const std::string name =
+                    run.run_name.function_name + (run.run_name.args.empty() ? "" : "/" + run.run_name.args);
+                samples_[name].push_back(run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit));
             }
         }
         ConsoleReporter::ReportRuns(runs);

@@ -55,10 +55,10 @@ void RegisterSimulatorBenchmark(const CommandSurvey& survey) {
             }
             state.SetItemsProcessed(state.iterations());
         })
-        // Whole sessions in every repetition, whatever a first trial under
-        // load would choose: a repetition of 100 assignments (seen at load
-        // 5) paid a fresh server's creation for each 100 and measured a
-        // third of the rate.
+        // Whole sessions in every repetition, whatever a first trial would
+        // choose: one slowed by a neighbour chose 100 assignments, all on a
+        // fresh server, whose first assignments are the slowest, and the
+        // rate came out at a third.
         ->Iterations(4 * kSession);
 }
 

@@ -13,7 +13,6 @@
 
 #include <windows.h>
 
-#include <iterator>
 #include <map>
 #include <optional>
 #include <vector>
@@ -40,7 +39,7 @@ Control RowOf(const ListedControl& listed) {
     row.centred = listed.centred;
     row.readOnly = listed.readOnly;
     if (listed.clickable) {
-        row.click = [](Console&) {};
+        row.click = [](Console&) {};  // only that it has one: a label then notifies
     }
     row.width = listed.width;
     row.height = listed.height;
