@@ -25,7 +25,8 @@ namespace {
 constexpr char kUsage[] =
     "Usage: vantrel_bench [Google Benchmark options]\n"
     "       vantrel_bench --table --console PROGRAM --minimal PROGRAM [--launches N] [--log FILE]\n"
-    "                     [--windows-console PROGRAM --windows-minimal PROGRAM --windows-exe FILE]\n"
+    "                     [--windows-console PROGRAM --windows-controls PROGRAM --windows-minimal PROGRAM\n"
+    "                      --windows-exe FILE]\n"
     "\n"
     "With --table: runs the benchmarks the targets are read from (15 repetitions\n"
     "each in random order, medians of CPU time), starts PROGRAM --exit-when-shown and the minimal\n"
@@ -34,12 +35,14 @@ constexpr char kUsage[] =
     "target is met, 1 when one is not, 2 for a bad command line. The benchmarks'\n"
     "own output goes to FILE (default: standard error). The --windows- options\n"
     "add the Windows program's rows: its start (a command that runs it under\n"
-    "Wine), that of the minimal Win32 program, and its exe for the size.\n";
+    "Wine), that of the plain Win32 program with the same window's controls,\n"
+    "that of the minimal Win32 program, and its exe for the size.\n";
 
 struct TableOptions {
     std::string console;
     std::string minimal;
     std::string windowsConsole;
+    std::string windowsControls;
     std::string windowsMinimal;
     std::string windowsExe;
     int launches = 9;
@@ -56,8 +59,11 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
             if (run.run_type == Run::RT_Iteration && !run.error_occurred) {
-                samples_[run.benchmark_name()].push_back(run.GetAdjustedCPUTime() /
-                                                         benchmark::GetTimeUnitMultiplier(run.time_unit));
+                // By name and arguments, without the "/iterations:N" that a
+                // benchmark of a fixed count has.
+                const std::string name =
+                    run.run_name.function_name + (run.run_name.args.empty() ? "" : "/" + run.run_name.args);
+                samples_[name].push_back(run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit));
             }
         }
         ConsoleReporter::ReportRuns(runs);
@@ -67,6 +73,13 @@ public:
         Medians result;
         for (const auto& [name, samples] : samples_) {
             result[name] = Median(samples);
+        }
+        return result;
+    }
+    Medians lowerQuartiles() const {
+        Medians result;
+        for (const auto& [name, samples] : samples_) {
+            result[name] = LowerQuartile(samples);
         }
         return result;
     }
@@ -85,13 +98,14 @@ private:
 struct Figures {
     Medians medians;
     Medians spreads;
+    Medians lowerQuartiles;
 };
 
 Figures RunBenchmarks(std::ostream& log) {
     std::vector<std::string> flags = {
         "vantrel_bench",
-        std::string("--benchmark_filter=^(Click|Appends|") + kPacketClick + "|" + kSetImage + "|" + kOneRead + "|" +
-            kStressTick + "|" + kSimulatorPut + ")(/|$)",
+        std::string("--benchmark_filter=^(Click|Appends|") + kPacketClick + "|" + kSetImage + "|" + kReadAndWiden +
+            "|" + kStressTick + "|" + kSimulatorPut + ")(/|$)",
         // Repetitions in random order, so that what the machine's other work
         // takes away falls alike on a figure and its yardstick.
         "--benchmark_repetitions=15",
@@ -110,7 +124,7 @@ Figures RunBenchmarks(std::ostream& log) {
     collector.SetErrorStream(&log);
     benchmark::RunSpecifiedBenchmarks(&collector);
     benchmark::Shutdown();
-    return {collector.medians(), collector.spreads()};
+    return {collector.medians(), collector.spreads(), collector.lowerQuartiles()};
 }
 
 LaunchSeries RunLaunches(const TableOptions& options) {
@@ -127,9 +141,11 @@ LaunchSeries RunLaunches(const TableOptions& options) {
         }
         if (!options.windowsConsole.empty()) {
             Launch windows = LaunchUntilShown({options.windowsConsole, "--exit-when-shown"}, kTimeout);
+            Launch windowsControls = LaunchUntilShown({options.windowsControls}, kTimeout);
             Launch windowsMinimal = LaunchUntilShown({options.windowsMinimal}, kTimeout);
             if (round > 0) {
                 series.windowsConsole.push_back(std::move(windows));
+                series.windowsControls.push_back(std::move(windowsControls));
                 series.windowsMinimal.push_back(std::move(windowsMinimal));
             }
         }
@@ -153,7 +169,8 @@ int RunTable(const TableOptions& options) {
         launches.windowsExeBytes = error ? -1 : static_cast<double>(size);
     }
     const PeakMemory peaks = MeasurePeakMemory(options.console);
-    const std::vector<Row> rows = TargetRows(figures.medians, survey, launches, peaks, figures.spreads);
+    const std::vector<Row> rows =
+        TargetRows(figures.medians, survey, launches, peaks, figures.spreads, figures.lowerQuartiles);
     std::cout << Render(rows) << std::flush;
     for (const Row& row : rows) {
         if (!row.pass) {
@@ -181,8 +198,8 @@ int main(int argc, char* argv[]) {
         if (argument == "--table") {
             table = true;
         } else if (argument == "--console" || argument == "--minimal" || argument == "--launches" ||
-                   argument == "--log" || argument == "--windows-console" || argument == "--windows-minimal" ||
-                   argument == "--windows-exe") {
+                   argument == "--log" || argument == "--windows-console" || argument == "--windows-controls" ||
+                   argument == "--windows-minimal" || argument == "--windows-exe") {
             if (i + 1 >= argc) {
                 return BadCommandLine(std::string(argument) + " needs a value");
             }
@@ -195,6 +212,8 @@ int main(int argc, char* argv[]) {
                 options.log = value;
             } else if (argument == "--windows-console") {
                 options.windowsConsole = value;
+            } else if (argument == "--windows-controls") {
+                options.windowsControls = value;
             } else if (argument == "--windows-minimal") {
                 options.windowsMinimal = value;
             } else if (argument == "--windows-exe") {
@@ -210,9 +229,11 @@ int main(int argc, char* argv[]) {
         if (options.console.empty() || options.minimal.empty() || options.launches < 1) {
             return BadCommandLine("--table needs --console, --minimal and at least one launch");
         }
-        if (options.windowsConsole.empty() != options.windowsMinimal.empty() ||
+        if (options.windowsConsole.empty() != options.windowsControls.empty() ||
+            options.windowsConsole.empty() != options.windowsMinimal.empty() ||
             options.windowsConsole.empty() != options.windowsExe.empty()) {
-            return BadCommandLine("--windows-console, --windows-minimal and --windows-exe go together");
+            return BadCommandLine(
+                "--windows-console, --windows-controls, --windows-minimal and --windows-exe go together");
         }
         return RunTable(options);
     }

@@ -46,19 +46,34 @@ double Median(std::vector<double> samples) {
     return (lower + upper) / 2;
 }
 
+namespace {
+
+// The value at that share of the sorted samples, between two samples where
+// it falls between them.
+double At(const std::vector<double>& sorted, double share) {
+    const double place = share * static_cast<double>(sorted.size() - 1);
+    const auto below = static_cast<std::size_t>(place);
+    const std::size_t above = std::min(below + 1, sorted.size() - 1);
+    return sorted[below] + (sorted[above] - sorted[below]) * (place - static_cast<double>(below));
+}
+
+}  // namespace
+
 double Spread(std::vector<double> samples) {
     if (samples.size() < 2) {
         return std::numeric_limits<double>::quiet_NaN();
     }
     std::sort(samples.begin(), samples.end());
-    const auto at = [&](double share) {
-        const double place = share * static_cast<double>(samples.size() - 1);
-        const auto below = static_cast<std::size_t>(place);
-        const std::size_t above = std::min(below + 1, samples.size() - 1);
-        return samples[below] + (samples[above] - samples[below]) * (place - static_cast<double>(below));
-    };
     const double median = Median(samples);
-    return median > 0 ? (at(0.75) - at(0.25)) / 2 / median : std::numeric_limits<double>::quiet_NaN();
+    return median > 0 ? (At(samples, 0.75) - At(samples, 0.25)) / 2 / median : std::numeric_limits<double>::quiet_NaN();
+}
+
+double LowerQuartile(std::vector<double> samples) {
+    if (samples.empty()) {
+        return std::numeric_limits<double>::quiet_NaN();
+    }
+    std::sort(samples.begin(), samples.end());
+    return At(samples, 0.25);
 }
 
 std::string SpreadText(double spread) {

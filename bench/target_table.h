@@ -20,6 +20,9 @@ double Median(std::vector<double> samples);
 // Half the interquartile range as a share of the median: 0.05 when the middle
 // half of the samples lies within 5 % of it. NaN for fewer than two.
 double Spread(std::vector<double> samples);
+// The value a quarter of the way up the sorted samples (between two of them
+// where it falls between); NaN for no samples.
+double LowerQuartile(std::vector<double> samples);
 // "±3 %" of a spread; empty for NaN.
 std::string SpreadText(double spread);
 

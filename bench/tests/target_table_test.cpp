@@ -26,6 +26,14 @@ TEST(Spread, HalfTheInterquartileRangeAsAShareOfTheMedian) {
     EXPECT_EQ("", SpreadText(std::nan("")));
 }
 
+TEST(LowerQuartile, AQuarterOfTheWayUpTheSortedSamples) {
+    EXPECT_EQ(2, LowerQuartile({5, 1, 4, 2, 3}));
+    EXPECT_EQ(1.75, LowerQuartile({4, 1, 3, 2}));  // three quarters of the way from 1 to 2
+    // Nine samples, five fast: the third smallest.
+    EXPECT_EQ(31, LowerQuartile({30, 200, 31, 250, 29, 300, 33, 35, 220}));
+    EXPECT_TRUE(std::isnan(LowerQuartile({})));
+}
+
 TEST(Duration, ThreeSignificantDigitsInTheFittingUnit) {
     const struct {
         double seconds;

@@ -1,5 +1,6 @@
 #include "win32_form_window.h"
 
+#include "win32/win32_control_look.h"
 #include "win32/win32_text.h"
 
 #include <algorithm>
@@ -13,16 +14,6 @@ constexpr UINT kFirstControlId = 100;
 constexpr UINT kFirstMenuId = 40000;
 // The system's button procedure, which a frame passes everything else to.
 WNDPROC gButtonProcedure = nullptr;
-
-int ScreenDpi() {
-    static const int dpi = [] {
-        HDC screen = GetDC(nullptr);
-        const int found = GetDeviceCaps(screen, LOGPIXELSX);
-        ReleaseDC(nullptr, screen);
-        return found > 0 ? found : 96;
-    }();
-    return dpi;
-}
 
 void RegisterFormClass() {
     static const bool registered = [] {
@@ -39,12 +30,6 @@ void RegisterFormClass() {
     (void)registered;
 }
 
-// A one-line box the technician types into: it holds the exact text, so
-// what is typed is what is read back.
-bool Editable(const vantrel::Control& control) {
-    return control.kind == ControlKind::TextBox && !control.multiLine && !control.readOnly;
-}
-
 std::wstring WithoutAccessKeys(TextView caption) {
     std::wstring plain;
     for (const char16_t c : caption) {
@@ -57,7 +42,7 @@ std::wstring WithoutAccessKeys(TextView caption) {
 
 }  // namespace
 
-int FormWindow::Pixels(int twips) { return MulDiv(twips, ScreenDpi(), 1440); }
+int FormWindow::Pixels(int twips) { return win32::Pixels(twips); }
 
 FormWindow::FormWindow(const FormDescription& description, FormState& state, EventDispatcher dispatch, HWND owner,
                        const MenuBar* menu)
@@ -65,12 +50,8 @@ FormWindow::FormWindow(const FormDescription& description, FormState& state, Eve
     , state_(state)
     , dispatch_(std::move(dispatch)) {
     RegisterFormClass();
-    const DWORD style = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
-    RECT frame{0, 0, Pixels(description.clientWidth), Pixels(description.clientHeight)};
-    AdjustWindowRectEx(&frame, style, menu != nullptr, 0);
-    window_ = CreateWindowExW(0, kFormClass, Wide(description.caption).c_str(), style, CW_USEDEFAULT, CW_USEDEFAULT,
-                              frame.right - frame.left, frame.bottom - frame.top, owner, nullptr,
-                              GetModuleHandleW(nullptr), nullptr);
+    window_ = CreateFormWindow(kFormClass, description.caption, description.clientWidth, description.clientHeight,
+                               owner, menu != nullptr);
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&FormWindow::Procedure));
     if (menu) {
@@ -86,9 +67,7 @@ FormWindow::FormWindow(const FormDescription& description, FormState& state, Eve
                          SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
         }
     }
-    formFont_ = CreateFontW(-MulDiv(11, ScreenDpi(), 96), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
-                            OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS,
-                            L"MS Sans Serif");
+    formFont_ = CreateFormFont();
     // The system puts each new control below the ones before it, and a
     // later control of the form lies above an earlier one and takes the
     // click there: created last to first, they need no reordering, which
@@ -133,12 +112,9 @@ HFONT FormWindow::FontFor(const vantrel::Control& control) {
     if (!control.font) {
         return formFont_;
     }
-    const int height = -MulDiv(static_cast<int>(control.font->points * 10 + 0.5), ScreenDpi(), 720);
-    HFONT& font = fonts_[{control.font->family, height, control.font->bold}];
+    HFONT& font = fonts_[{control.font->family, FontHeight(*control.font), control.font->bold}];
     if (!font) {
-        font = CreateFontW(height, 0, 0, 0, control.font->bold ? FW_BOLD : FW_NORMAL, FALSE, FALSE, FALSE,
-                           DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
-                           DEFAULT_PITCH | FF_SWISS, WideFromUtf8(control.font->family).c_str());
+        font = CreateRowFont(*control.font);
     }
     return font;
 }
@@ -158,51 +134,10 @@ void FormWindow::Create(const vantrel::Control& control) {
         left += container->left;
         top += container->top;
     }
-    const wchar_t* type = L"BUTTON";
-    DWORD style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS;
-    DWORD extended = 0;
-    std::wstring caption = Wide(control.caption);
-    switch (control.kind) {
-    case ControlKind::CommandButton:
-        style |= WS_TABSTOP | BS_NOTIFY |
-                 (control.style == ButtonStyle::Graphical ? BS_OWNERDRAW : BS_PUSHBUTTON | BS_MULTILINE);
-        break;
-    case ControlKind::OptionButton: style |= WS_TABSTOP | BS_NOTIFY | BS_RADIOBUTTON; break;
-    case ControlKind::Label:
-        type = L"STATIC";
-        style |= SS_LEFT | SS_NOPREFIX | (control.click ? SS_NOTIFY : 0);
-        caption = Shown(control);
-        break;
-    case ControlKind::TextBox:
-        type = L"EDIT";
-        extended = WS_EX_CLIENTEDGE;
-        style |= WS_TABSTOP | (control.readOnly ? ES_READONLY : 0) | (control.centred ? ES_CENTER : 0);
-        if (control.multiLine) {
-            const bool vertical = control.scrollBars == ScrollBars::Vertical || control.scrollBars == ScrollBars::Both;
-            const bool horizontal =
-                control.scrollBars == ScrollBars::Horizontal || control.scrollBars == ScrollBars::Both;
-            style |= ES_MULTILINE | ES_AUTOVSCROLL | (vertical ? WS_VSCROLL : 0) |
-                     (horizontal ? WS_HSCROLL | ES_AUTOHSCROLL : 0);
-        } else {
-            style |= ES_AUTOHSCROLL;
-        }
-        caption = Shown(control);
-        break;
-    case ControlKind::Frame: style |= BS_GROUPBOX; break;
-    case ControlKind::Timer: return;
-    }
     const auto id = static_cast<UINT>(kFirstControlId + timers_.size() + rows_.size());
-    HWND handle =
-        CreateWindowExW(extended, type, caption.c_str(), style, Pixels(left), Pixels(top), Pixels(control.width),
-                        Pixels(control.height), window_, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)),
-                        GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(handle, WM_SETFONT, reinterpret_cast<WPARAM>(FontFor(control)), FALSE);
+    HWND handle = CreateControl(window_, control, left, top, Shown(control), FontFor(control), id);
     controls_.emplace(control.name, handle);
     rows_.emplace(handle, &control);
-    if (control.kind == ControlKind::TextBox) {
-        // What is typed is what is sent: no limit of the system's own.
-        SendMessageW(handle, EM_SETLIMITTEXT, 0, 0);
-    }
     if (control.kind == ControlKind::Frame) {
         gButtonProcedure = reinterpret_cast<WNDPROC>(
             SetWindowLongPtrW(handle, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&FormWindow::FrameProcedure)));
@@ -240,12 +175,7 @@ bool FormWindow::RunMenu(std::string_view menu, TextView entry) {
 }
 
 std::wstring FormWindow::Shown(const vantrel::Control& control) const {
-    const Text& text = state_.TextOf(control.name);
-    if (Editable(control)) {
-        return Wide(text);
-    }
-    return ShownWide(text,
-                     control.kind == ControlKind::Label || control.multiLine ? LineBreaks::AtCrLf : LineBreaks::None);
+    return ShownText(control, state_.TextOf(control.name));
 }
 
 void FormWindow::SyncText(const vantrel::Control& control, HWND handle) {
@@ -404,24 +334,8 @@ HBRUSH FormWindow::Colors(HWND handle, HDC dc) {
     if (!row) {
         return nullptr;
     }
-    const bool textBox = row->kind == ControlKind::TextBox;
-    std::optional<Color> back = state_.BackColorOf(row->name);
-    if (!back && !textBox) {
-        back = description_.backColor;  // labels and options lie on the form
-    }
-    if (row->foreColor) {
-        SetTextColor(dc, *row->foreColor);
-    }
-    if (back) {
-        SetBkColor(dc, *back);
-        return Brush(*back);
-    }
-    if (textBox) {
-        // A read-only box keeps the white of a text box.
-        SetBkColor(dc, GetSysColor(COLOR_WINDOW));
-        return GetSysColorBrush(COLOR_WINDOW);
-    }
-    return nullptr;
+    return SetControlColors(dc, *row, state_.BackColorOf(row->name), description_.backColor,
+                            [this](Color color) { return Brush(color); });
 }
 
 bool FormWindow::DrawButton(const DRAWITEMSTRUCT& item) {
@@ -429,30 +343,8 @@ bool FormWindow::DrawButton(const DRAWITEMSTRUCT& item) {
     if (!row) {
         return false;
     }
-    HDC dc = item.hDC;
-    RECT area = item.rcItem;
     const std::optional<Color> back = state_.BackColorOf(row->name);
-    FillRect(dc, &area, back ? Brush(*back) : GetSysColorBrush(COLOR_BTNFACE));
-    DrawEdge(dc, &area, (item.itemState & ODS_SELECTED) ? EDGE_SUNKEN : EDGE_RAISED, BF_RECT);
-    const int length = GetWindowTextLengthW(item.hwndItem);
-    std::wstring caption(static_cast<std::size_t>(length) + 1, L'\0');
-    caption.resize(static_cast<std::size_t>(GetWindowTextW(item.hwndItem, caption.data(), length + 1)));
-    RECT text = area;
-    InflateRect(&text, -3, -2);
-    RECT measured = text;
-    DrawTextW(dc, caption.c_str(), -1, &measured, DT_CENTER | DT_WORDBREAK | DT_CALCRECT);
-    const int spare = (text.bottom - text.top) - (measured.bottom - measured.top);
-    if (spare > 0) {
-        text.top += spare / 2;
-    }
-    SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, row->foreColor ? *row->foreColor : GetSysColor(COLOR_BTNTEXT));
-    DrawTextW(dc, caption.c_str(), -1, &text, DT_CENTER | DT_WORDBREAK);
-    if (item.itemState & ODS_FOCUS) {
-        RECT focus = area;
-        InflateRect(&focus, -3, -3);
-        DrawFocusRect(dc, &focus);
-    }
+    DrawGraphicalButton(item, back ? Brush(*back) : nullptr, row->foreColor);
     return true;
 }
 
