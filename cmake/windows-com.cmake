@@ -7,6 +7,8 @@ add_library(vantrel_simulator_com SHARED ${VANTREL_SIMULATOR_COM_SOURCES}
   ${PROJECT_SOURCE_DIR}/src/simulator_dll/com_simulator.def)
 target_link_libraries(vantrel_simulator_com PRIVATE vantrel_script vantrel_com advapi32)
 set_target_properties(vantrel_simulator_com PROPERTIES PREFIX "" OUTPUT_NAME vantrel-simulator)
+vantrel_windows_resources(vantrel_simulator_com FILE vantrel-simulator.dll
+  DESCRIPTION "Simulator of Vantrel.Application for the Vantrel test console")
 
 # The per-call cost of the COM path; built with the tests, since the COM
 # stage measures it before it runs them.

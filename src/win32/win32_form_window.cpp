@@ -22,6 +22,12 @@ void RegisterFormClass() {
         type.style = CS_DBLCLKS;
         type.lpfnWndProc = DefWindowProcW;  // replaced per window below
         type.hInstance = GetModuleHandleW(nullptr);
+        // The program's icon (resource 1) on every window's title bar and
+        // the task bar; none where the program was linked without it.
+        type.hIcon = static_cast<HICON>(LoadImageW(type.hInstance, MAKEINTRESOURCEW(1), IMAGE_ICON,
+                                                   GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON), 0));
+        type.hIconSm = static_cast<HICON>(LoadImageW(type.hInstance, MAKEINTRESOURCEW(1), IMAGE_ICON,
+                                                     GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON), 0));
         type.hCursor = LoadCursorW(nullptr, IDC_ARROW);
         type.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
         type.lpszClassName = kFormClass;

@@ -30,7 +30,7 @@ public:
         words_.push_back(8);  // DS_SETFONT: points, face
         String(L"MS Shell Dlg");
     }
-    void Item(DWORD style, short x, short y, short width, short height, WORD id, WORD type) {
+    void Item(DWORD style, short x, short y, short width, short height, WORD id, WORD type, const wchar_t* text = L"") {
         if (words_.size() % 2 != 0) {
             words_.push_back(0);  // each item starts on a DWORD
         }
@@ -43,7 +43,7 @@ public:
         words_.push_back(id);
         words_.push_back(0xFFFF);
         words_.push_back(type);
-        words_.push_back(0);  // no text
+        String(text);
         words_.push_back(0);  // no creation data
     }
     const DLGTEMPLATE* get() const { return reinterpret_cast<const DLGTEMPLATE*>(words_.data()); }
@@ -125,8 +125,8 @@ Text Prompter::Input(const Text& prompt, const Text& title) {
     DialogTemplate layout(DS_MODALFRAME | DS_SETFONT | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU, 240, 84, 4);
     layout.Item(SS_LEFT | SS_NOPREFIX, 7, 7, 226, 30, kPromptId, kStatic);
     layout.Item(ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP, 7, 42, 226, 13, kEntryId, kEdit);
-    layout.Item(BS_DEFPUSHBUTTON | WS_TABSTOP, 126, 63, 50, 14, IDOK, kButton);
-    layout.Item(BS_PUSHBUTTON | WS_TABSTOP, 183, 63, 50, 14, IDCANCEL, kButton);
+    layout.Item(BS_DEFPUSHBUTTON | WS_TABSTOP, 126, 63, 50, 14, IDOK, kButton, L"OK");
+    layout.Item(BS_PUSHBUTTON | WS_TABSTOP, 183, 63, 50, 14, IDCANCEL, kButton, L"Cancel");
     InputRequest request{Wide(prompt), Wide(title), {}};
     const INT_PTR answer = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), layout.get(), BoxOwner(), InputProcedure,
                                                    reinterpret_cast<LPARAM>(&request));
