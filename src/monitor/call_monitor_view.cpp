@@ -3,7 +3,6 @@
 #include "monitor/send_again.h"
 
 #include <algorithm>
-#include <ctime>
 #include <fstream>
 
 namespace vantrel {
@@ -159,13 +158,7 @@ void CallMonitorView::Clear() {
 }
 
 std::string CallMonitorView::ExportName(std::chrono::system_clock::time_point now) {
-    const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
-    std::tm local{};
-#if defined(_WIN32)
-    localtime_s(&local, &seconds);
-#else
-    localtime_r(&seconds, &local);
-#endif
+    const std::tm local = LocalTime(now);
     char name[64];
     std::strftime(name, sizeof(name), "vantrel-calls-%Y-%m-%dT%H-%M-%S.jsonl", &local);
     return name;
