@@ -134,16 +134,21 @@ std::string Grouped(std::uint64_t number) {
     return digits;
 }
 
-std::string ClockText(std::chrono::system_clock::time_point when) {
-    const auto seconds = std::chrono::floor<std::chrono::seconds>(when);
-    const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(when - seconds).count();
-    const std::time_t time = std::chrono::system_clock::to_time_t(seconds);
+std::tm LocalTime(std::chrono::system_clock::time_point when) {
+    const std::time_t time = std::chrono::system_clock::to_time_t(when);
     std::tm local{};
 #if defined(_WIN32)
     localtime_s(&local, &time);
 #else
     localtime_r(&time, &local);
 #endif
+    return local;
+}
+
+std::string ClockText(std::chrono::system_clock::time_point when) {
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(when);
+    const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(when - seconds).count();
+    const std::tm local = LocalTime(seconds);
     char buffer[16];
     std::snprintf(buffer, sizeof buffer, "%02d:%02d:%02d.%03d", local.tm_hour, local.tm_min, local.tm_sec,
                   static_cast<int>(milliseconds));
@@ -183,13 +188,7 @@ Text PositionOf(const CallEvent& event) {
 
 // "2026-11-24T15:30:12.345", local time.
 std::string DateTimeText(std::chrono::system_clock::time_point when) {
-    const std::time_t time = std::chrono::system_clock::to_time_t(std::chrono::floor<std::chrono::seconds>(when));
-    std::tm local{};
-#if defined(_WIN32)
-    localtime_s(&local, &time);
-#else
-    localtime_r(&time, &local);
-#endif
+    const std::tm local = LocalTime(std::chrono::floor<std::chrono::seconds>(when));
     char date[16];
     std::strftime(date, sizeof date, "%Y-%m-%d", &local);
     return std::string(date) + "T" + ClockText(when);

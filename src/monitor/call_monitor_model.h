@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <ctime>
 #include <deque>
 #include <memory>
 #include <mutex>
@@ -259,6 +260,8 @@ private:
     bool errorsOnly_ = false;
 };
 
+// The calendar time in the user's time zone.
+std::tm LocalTime(std::chrono::system_clock::time_point when);
 // Local time of day with milliseconds, "HH:MM:SS.mmm".
 std::string ClockText(std::chrono::system_clock::time_point when);
 // How long the server took, in milliseconds with three decimals.

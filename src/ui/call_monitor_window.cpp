@@ -1,6 +1,5 @@
 #include "call_monitor_window.h"
 
-#include "monitor/send_again.h"
 #include "ui/window_places.h"
 #include "ui/console_window.h"
 #include "ui/visible_text.h"
@@ -15,7 +14,6 @@
 #include <QFileDialog>
 #include <QStandardPaths>
 #include <QDir>
-#include <QDateTime>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -34,19 +32,10 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <chrono>
 #include <filesystem>
-#include <fstream>
 
 namespace vantrel {
-
-namespace {
-
-// "1 event", "2 events", "12,345 events".
-QString Counted(std::uint64_t count, const char* one, const char* many) {
-    return QString::fromStdString(Grouped(count)) + QLatin1Char(' ') + QLatin1String(count == 1 ? one : many);
-}
-
-}  // namespace
 
 namespace {
 
@@ -119,20 +108,11 @@ public:
         return QString::fromLatin1(HeaderOf(static_cast<Column>(section)));
     }
 
-    std::size_t lastRemoved() const { return lastRemoved_; }
-    std::size_t lastAppended() const { return lastAppended_; }
-    void ResetCounts() {
-        lastRemoved_ = 0;
-        lastAppended_ = 0;
-    }
-
     void BeforeAppend(std::size_t first, std::size_t count) override {
-        lastAppended_ += count;
         beginInsertRows(QModelIndex(), static_cast<int>(first), static_cast<int>(first + count - 1));
     }
     void AfterAppend() override { endInsertRows(); }
     void BeforeRemoveFront(std::size_t count) override {
-        lastRemoved_ += count;
         beginRemoveRows(QModelIndex(), 0, static_cast<int>(count - 1));
     }
     void AfterRemoveFront() override { endRemoveRows(); }
@@ -141,8 +121,6 @@ public:
 
 private:
     CallMonitorModel& model_;
-    std::size_t lastRemoved_ = 0;
-    std::size_t lastAppended_ = 0;
 };
 
 // Sets the marked names («CR», «NUL × 40», «xE9») apart from the text.
@@ -194,8 +172,7 @@ private:
 
 CallMonitorWindow::CallMonitorWindow(CallMonitorFeed& feed, MonitorLimits limits, QWidget* owner)
     : QWidget(owner, Qt::Window)
-    , feed_(feed)
-    , model_(limits) {
+    , view_(feed, limits) {
     setObjectName(QStringLiteral("CallMonitor"));
     setWindowTitle(tr("Call monitor"));
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
@@ -205,7 +182,7 @@ CallMonitorWindow::CallMonitorWindow(CallMonitorFeed& feed, MonitorLimits limits
     BuildToolBar(bar);
     layout->addWidget(bar);
 
-    tableModel_ = new MonitorTableModel(model_, this);
+    tableModel_ = new MonitorTableModel(view_.model(), this);
     table_ = new QTableView(this);
     table_->setObjectName(QStringLiteral("CallMonitorTable"));
     table_->setModel(tableModel_);
@@ -421,46 +398,36 @@ void CallMonitorWindow::hideEvent(QHideEvent* event) {
 }
 
 void CallMonitorWindow::Flush() {
-    CallMonitorFeed::Batch batch = feed_.Take();
-    if (batch.entries.empty() && batch.dropped == 0) {
-        return;
-    }
     QScrollBar* bar = table_->verticalScrollBar();
     const int before = bar->value();
-    tableModel_->ResetCounts();
     scrolling_ = true;
-    model_.Append(std::move(batch));
-    if (follow_->isChecked()) {
-        table_->scrollToBottom();
-    } else {
-        // Rows dropped at the top would shift what the technician reads.
-        bar->setValue(before - static_cast<int>(tableModel_->lastRemoved()));
-        newWhilePaused_ += tableModel_->lastAppended();
+    const CallMonitorView::Taken taken = view_.Flush();
+    if (taken.any) {
+        if (view_.following()) {
+            table_->scrollToBottom();
+        } else {
+            // Rows dropped at the top would shift what the technician reads.
+            bar->setValue(before - static_cast<int>(taken.removedFront));
+        }
     }
     scrolling_ = false;
-    UpdateMembers();
-    UpdateStatus();
+    if (taken.any) {
+        UpdateMembers();
+        UpdateStatus();
+    }
 }
 
 void CallMonitorWindow::ScrollValueChanged(int value) {
-    if (scrolling_) {
-        return;
-    }
-    // Scrolled back by hand: pause; scrolled to the end: follow again.
-    const bool atEnd = value >= table_->verticalScrollBar()->maximum();
-    if (atEnd != follow_->isChecked()) {
-        follow_->setChecked(atEnd);
-        if (atEnd) {
-            newWhilePaused_ = 0;
-        }
+    if (!scrolling_ && view_.ScrolledTo(value >= table_->verticalScrollBar()->maximum())) {
+        follow_->setChecked(view_.following());
         UpdateStatus();
     }
 }
 
 void CallMonitorWindow::SetFollowing(bool following) {
+    view_.SetFollowing(following);
     follow_->setChecked(following);
     if (following) {
-        newWhilePaused_ = 0;
         scrolling_ = true;
         table_->scrollToBottom();
         scrolling_ = false;
@@ -469,21 +436,19 @@ void CallMonitorWindow::SetFollowing(bool following) {
 }
 
 void CallMonitorWindow::ApplyFilter() {
-    model_.SetFilter(member_->currentData().toString().toStdString(), Unescaped(FromQString(filter_->text())),
-                     errorsOnly_->isChecked());
-    // Keep the selected event selected when it passes the new filter; the
+    const bool selected = view_.hasSelection();
+    view_.SetFilter(member_->currentData().toString().toStdString(), FromQString(filter_->text()),
+                    errorsOnly_->isChecked());
+    // The selected event stays selected when it passes the new filter; the
     // detail of a row the filter hides goes with it.
-    if (selected_) {
-        if (const auto row = model_.RowOf(selectedNumber_)) {
-            scrolling_ = true;
-            table_->selectRow(static_cast<int>(*row));
-            scrolling_ = false;
-        } else {
-            selected_.reset();
-            ShowDetail();
-        }
+    if (const auto row = view_.SelectedRow()) {
+        scrolling_ = true;
+        table_->selectRow(static_cast<int>(*row));
+        scrolling_ = false;
+    } else if (selected) {
+        ShowDetail();
     }
-    if (follow_->isChecked()) {
+    if (view_.following()) {
         scrolling_ = true;
         table_->scrollToBottom();
         scrolling_ = false;
@@ -492,22 +457,11 @@ void CallMonitorWindow::ApplyFilter() {
 }
 
 void CallMonitorWindow::Find(CallMonitorModel::Direction direction) {
-    const Text needle = Unescaped(FromQString(find_->text()));
-    if (needle.empty() || model_.size() == 0) {
-        return;
-    }
     const QModelIndex current = table_->currentIndex();
-    std::size_t from = 0;
-    if (current.isValid()) {
-        from = static_cast<std::size_t>(current.row());
-    } else if (direction == CallMonitorModel::Direction::Forward) {
-        from = model_.size() - 1;  // so the search starts at the first row
-    }
-    const auto found = model_.Find(needle, from, direction);
-    if (!found) {
-        message_ = tr("No row holds \u201C%1\u201D.").arg(find_->text());
-    } else {
-        message_.clear();
+    const auto found =
+        view_.Find(FromQString(find_->text()),
+                   current.isValid() ? std::optional<std::size_t>(current.row()) : std::nullopt, direction);
+    if (found) {
         table_->selectRow(static_cast<int>(*found));
         table_->scrollTo(tableModel_->index(static_cast<int>(*found), 0));
     }
@@ -515,25 +469,18 @@ void CallMonitorWindow::Find(CallMonitorModel::Direction direction) {
 }
 
 void CallMonitorWindow::CopyRows() {
-    QModelIndexList rows = table_->selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end(), [](const QModelIndex& a, const QModelIndex& b) { return a.row() < b.row(); });
-    std::string text;
-    for (const QModelIndex& index : rows) {
-        text += model_.RowLiteral(static_cast<std::size_t>(index.row()));
-        text += '\n';
+    std::vector<std::size_t> rows;
+    for (const QModelIndex& index : table_->selectionModel()->selectedRows()) {
+        rows.push_back(static_cast<std::size_t>(index.row()));
     }
+    const std::string text = view_.CopyText(std::move(rows));
     if (!text.empty()) {
         QApplication::clipboard()->setText(FromStd(text));
     }
 }
 
 void CallMonitorWindow::Clear() {
-    // What is still queued was there before the click: it goes too.
-    feed_.Take();
-    model_.Clear();
-    selected_.reset();
-    newWhilePaused_ = 0;
-    message_.clear();
+    view_.Clear();
     UpdateMembers();
     ShowDetail();
     SetFollowing(true);
@@ -545,8 +492,7 @@ void CallMonitorWindow::AskExport() {
     if (folder.isEmpty() || !QDir(folder).exists()) {
         folder = QDir::homePath();  // a dialog offers a folder that is missing as the working one
     }
-    const QString name = QStringLiteral("vantrel-calls-%1.jsonl")
-                             .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-ddTHH-mm-ss")));
+    const QString name = FromStd(CallMonitorView::ExportName(std::chrono::system_clock::now()));
     const QString path =
         QFileDialog::getSaveFileName(this, tr("Export the shown rows"), QDir(folder).filePath(name),
                                      tr("JSON Lines, the trace format (*.jsonl);;Plain text log (*.txt *.log)"));
@@ -557,20 +503,7 @@ void CallMonitorWindow::AskExport() {
 
 bool CallMonitorWindow::ExportTo(const QString& path) {
     Flush();
-    std::ofstream out(std::filesystem::path(path.toStdU16String()), std::ios::binary | std::ios::trunc);
-    if (out) {
-        // A .txt or .log file gets the plain log; any other the trace format.
-        if (path.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive) ||
-            path.endsWith(QStringLiteral(".log"), Qt::CaseInsensitive)) {
-            model_.ExportText(out);
-        } else {
-            model_.ExportJsonLines(out);
-        }
-        out.flush();
-    }
-    const bool written = static_cast<bool>(out);
-    message_ = written ? tr("%1 written to %2").arg(Counted(model_.size(), "row", "rows"), path)
-                       : tr("Cannot write %1").arg(path);
+    const bool written = view_.ExportTo(std::filesystem::path(path.toStdU16String()));
     UpdateStatus();
     return written;
 }
@@ -588,135 +521,49 @@ void CallMonitorWindow::SelectionChanged() {
     if (row < 0) {
         return;  // keep showing the last one, e.g. after a filter change
     }
-    selected_ = model_.Event(static_cast<std::size_t>(row));
-    selectedNumber_ = model_.Number(static_cast<std::size_t>(row));
+    view_.Select(static_cast<std::size_t>(row));
     ShowDetail();
 }
 
-void CallMonitorWindow::SetDetail(const QString& line) {
+void CallMonitorWindow::ShowDetail() {
+    view_.SetPart(static_cast<EventPart>(part_->checkedId()));
+    CallMonitorView::Detail detail = view_.CurrentDetail();
+    const QString line = FromStd(detail.line);
     detail_->setText(line);
     detail_->setToolTip(line);
-}
-
-void CallMonitorWindow::ShowDetail() {
-    if (!selected_) {
-        SetDetail(QString());
-        text_->clear();
-        hexModel_->SetLayout(HexLayout());
-        return;
-    }
-    auto wanted = static_cast<EventPart>(part_->checkedId());
-    PartView part = PartOf(selected_, wanted);
-    if (!part.present) {
-        // A put has no answer, a call without argument sends nothing: show
-        // the part there is.
-        wanted = wanted == EventPart::Answer ? EventPart::Sent : EventPart::Answer;
-        part = PartOf(selected_, wanted);
-    }
-    const QString header =
-        QStringLiteral("#%1 %2 %3 \u2014 ")
-            .arg(selectedNumber_)
-            .arg(FromStd(MonitorKind(*selected_)),
-                 ToQString(SymbolText(MonitorMember(*selected_), SymbolLines::OneLine, CallMonitorModel::kCellLimit)));
-    if (!part.present) {
-        SetDetail(header + tr("nothing sent or answered"));
-        text_->clear();
-        hexModel_->SetLayout(HexLayout());
-        return;
-    }
-    const QString which = wanted == EventPart::Answer ? tr("answer") : tr("sent");
-    if (!part.isText) {
-        SetDetail(header + tr("%1: %2").arg(which, ToQString(part.description)));
-        text_->setPlainText(ToQString(part.description));
-        hexModel_->SetLayout(HexLayout());
-        return;
-    }
-    const Text& value = *part.text;
-    QString summary = tr("%1: %2 characters").arg(which, FromStd(Grouped(value.size())));
-    if (value.size() > kDetailLimit) {
-        summary += tr(" (the text view draws the first %1, the hex view all)").arg(FromStd(Grouped(kDetailLimit)));
-    }
-    SetDetail(header + summary);
-    text_->setPlainText(ToQString(SymbolText(value, SymbolLines::BreakAfterCrLf, kDetailLimit)));
-    hexModel_->SetLayout(HexLayout(part.text, value));
+    text_->setPlainText(ToQString(detail.text));
+    hexModel_->SetLayout(std::move(detail.hex));
     hex_->scrollToTop();
 }
 
 void CallMonitorWindow::UpdateMembers() {
-    const std::set<std::string>& members = model_.members();
-    const std::set<std::string>& titles = model_.boxTitles();
-    const std::size_t names = members.size() + titles.size();
-    if (names == listedNames_) {
-        return;  // names only ever grow between clears
-    }
-    listedNames_ = names;
     const QString current = member_->currentData().toString();
+    const auto choices = view_.MemberChoices(current.toStdString());
+    if (!choices) {
+        return;
+    }
     const QSignalBlocker block(member_);
     member_->clear();
-    member_->addItem(tr("All members"), QString());
-    for (const std::string& name : members) {
-        member_->addItem(FromStd(name), FromStd(name));
-    }
-    // Box titles apart from the server's members.
-    if (!titles.empty()) {
-        member_->insertSeparator(member_->count());
-        for (const std::string& title : titles) {
-            member_->addItem(tr("box: %1").arg(FromStd(title)), FromStd(title));
+    for (const CallMonitorView::MemberChoice& choice : *choices) {
+        if (choice.separatorBefore) {
+            member_->insertSeparator(member_->count());
         }
+        member_->addItem(FromStd(choice.label), FromStd(choice.member));
     }
-    const int index = member_->findData(current);
-    if (index >= 0) {
-        member_->setCurrentIndex(index);
-    } else if (!current.isEmpty()) {
-        // The chosen member stays chosen after a clear, even with no row yet.
-        member_->addItem(current, current);
-        member_->setCurrentIndex(member_->count() - 1);
-    }
+    member_->setCurrentIndex(std::max(0, member_->findData(current)));
 }
 
 void CallMonitorWindow::SendSelectedAgain() {
-    if (!selected_) {
-        message_ = tr("Select a put or call to send it again");
-    } else if (const std::optional<std::string> why = WhyNotSendAgain(*selected_)) {
-        message_ = tr("Not sent: %1").arg(FromStd(*why));
-    } else if (AutomationObject* server = server_ ? server_() : nullptr) {
-        const EventPointer row = selected_;  // the new row may trim this one
-        const std::uint64_t number = selectedNumber_;
-        try {
-            SendAgain(*row, *server);
-            message_ = tr("#%1 sent again").arg(number);
-        } catch (const RuntimeError& error) {
-            message_ = tr("#%1 sent again: error %2").arg(number).arg(error.number());
-        }
-        Flush();
-    } else {
-        message_ = tr("Not sent: there is no server");
-    }
+    view_.SendSelectedAgain(server_ ? server_() : nullptr);
+    Flush();
     UpdateStatus();
 }
 
 void CallMonitorWindow::UpdateStatus() {
-    QString text = Counted(model_.keptCount(), "event", "events");
-    if (model_.filtered()) {
-        text += tr(", %1 shown").arg(FromStd(Grouped(model_.size())));
-    }
-    if (!follow_->isChecked()) {
-        text += tr("  \u00B7  auto-scroll paused");
-        if (newWhilePaused_ > 0) {
-            text += tr(", %1 new below").arg(FromStd(Grouped(newWhilePaused_)));
-        }
-    }
-    if (!message_.isEmpty()) {
-        text += QStringLiteral("  \u00B7  ") + message_;
-    }
-    status_->setText(text);
-    const std::uint64_t dropped = model_.droppedCount();
-    dropped_->setVisible(dropped > 0);
-    if (dropped > 0) {
-        dropped_->setText(tr("%1 older events dropped: the monitor keeps the newest %2 events and %3 characters")
-                              .arg(FromStd(Grouped(dropped)), FromStd(Grouped(model_.limits().rows)),
-                                   FromStd(Grouped(model_.limits().characters))));
-    }
+    status_->setText(FromStd(view_.StatusLine()));
+    const std::string dropped = view_.DroppedNote();
+    dropped_->setVisible(!dropped.empty());
+    dropped_->setText(FromStd(dropped));
 }
 
 CallMonitor::CallMonitor(CallEvents& events, ConsoleWindow& console, MonitorLimits limits)

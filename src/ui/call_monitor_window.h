@@ -1,6 +1,6 @@
 #pragma once
 
-#include "monitor/call_monitor_model.h"
+#include "monitor/call_monitor_view.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -29,16 +29,14 @@ class MonitorTableModel;
 // The "Call monitor" window: every event of the session as a row, and the
 // selected row's text with visible control characters beside its hex lines.
 // It is not modal: the technician keeps clicking commands while it is open.
+// It draws a CallMonitorView, which decides everything it shows.
 class CallMonitorWindow final : public QWidget {
     Q_OBJECT
 
 public:
     // How often the events queued by the feed are taken into the table.
     static constexpr int kFlushMilliseconds = 100;
-    // Characters of the selected value drawn in the text view; the hex view
-    // has them all. A text view lays out a line without breaks whole, so
-    // more would make selecting a large answer slow.
-    static constexpr std::size_t kDetailLimit = 16 * 1024;
+    static constexpr std::size_t kDetailLimit = CallMonitorView::kDetailLimit;
 
     CallMonitorWindow(CallMonitorFeed& feed, MonitorLimits limits, QWidget* owner);
     ~CallMonitorWindow() override;
@@ -53,7 +51,7 @@ public:
     // the status line) when the file cannot be written.
     bool ExportTo(const QString& path);
 
-    const CallMonitorModel& model() const { return model_; }
+    const CallMonitorModel& model() const { return view_.model(); }
 
     // The console's server, for Send again; null while there is none.
     using ServerReach = std::function<AutomationObject*()>;
@@ -81,8 +79,7 @@ private:
     void UpdateMembers();
     void UpdateStatus();
 
-    CallMonitorFeed& feed_;
-    CallMonitorModel model_;
+    CallMonitorView view_;
     MonitorTableModel* tableModel_ = nullptr;
     HexLinesModel* hexModel_ = nullptr;
 
@@ -91,7 +88,6 @@ private:
     QLineEdit* find_ = nullptr;
     QToolButton* follow_ = nullptr;
     QToolButton* errorsOnly_ = nullptr;
-    std::size_t listedNames_ = static_cast<std::size_t>(-1);  // members and box titles listed
     QTableView* table_ = nullptr;
     QButtonGroup* part_ = nullptr;
     QLabel* detail_ = nullptr;
@@ -102,11 +98,7 @@ private:
     QLabel* dropped_ = nullptr;
     QTimer* timer_ = nullptr;
 
-    EventPointer selected_;
-    std::uint64_t selectedNumber_ = 0;
-    std::size_t newWhilePaused_ = 0;
     bool scrolling_ = false;  // the window itself moves the table
-    QString message_;         // the last search, export or send result
     ServerReach server_;
 };
 
