@@ -77,9 +77,6 @@ std::string XmlEscaped(std::string_view text) {
 }
 
 bool CopyWhole(std::FILE* from, std::FILE* to) {
-    if (!from) {
-        return true;
-    }
     std::rewind(from);
     char buffer[64 * 1024];
     std::size_t got = 0;
@@ -151,28 +148,38 @@ ReplayEnd Replay(RecordReader& record, const ServerMaker& make, const Mask* mask
     }
 }
 
-ReplayReport::ReplayReport()
-    : changes_(std::tmpfile())
-    , slowerLines_(std::tmpfile()) {}
+ReplayReport::Spool::Spool()
+    : file_(std::tmpfile()) {}
 
-ReplayReport::~ReplayReport() {
-    for (std::FILE* file : {changes_, slowerLines_, junitCases_}) {
-        if (file) {
-            std::fclose(file);
-        }
+ReplayReport::Spool::~Spool() {
+    if (file_) {
+        std::fclose(file_);
     }
 }
+
+void ReplayReport::Spool::Line(const std::string& text) {
+    if (!file_) {
+        memory_ += text;
+        memory_ += '\n';
+    } else if (std::fwrite(text.data(), 1, text.size(), file_) != text.size() || std::fputc('\n', file_) == EOF) {
+        failed_ = true;
+    }
+}
+
+bool ReplayReport::Spool::CopyTo(std::FILE* out) {
+    if (!file_) {
+        return std::fwrite(memory_.data(), 1, memory_.size(), out) == memory_.size();
+    }
+    return !failed_ && CopyWhole(file_, out);
+}
+
+ReplayReport::ReplayReport() = default;
+
+ReplayReport::~ReplayReport() = default;
 
 void ReplayReport::CollectJUnit() {
     if (!junitCases_) {
-        junitCases_ = std::tmpfile();
-    }
-}
-
-void ReplayReport::Line(std::FILE* to, const std::string& text) {
-    if (to) {
-        std::fwrite(text.data(), 1, text.size(), to);
-        std::fputc('\n', to);
+        junitCases_ = std::make_unique<Spool>();
     }
 }
 
@@ -191,16 +198,16 @@ void ReplayReport::OnReplayed(const RecordReader::Entry& entry, const Outcome& n
     const std::string heading = "#" + std::to_string(entry.number) + " " + EventName(event) + ", " + SentText(event);
     const bool failed = comparison.verdict != Verdict::Same && comparison.verdict != Verdict::Masked;
     if (failed) {
-        Line(changes_, heading);
+        changes_.Line(heading);
         for (const std::string& line : comparison.lines) {
-            Line(changes_, "    " + line);
+            changes_.Line("    " + line);
         }
     }
     const bool slower = entry.extras.serverMs && now.serverMs && MarkedlySlower(*entry.extras.serverMs, *now.serverMs);
     if (slower) {
         ++slower_;
-        Line(slowerLines_, "#" + std::to_string(entry.number) + " " + EventName(event) + ": " +
-                               Milliseconds(*entry.extras.serverMs) + " -> " + Milliseconds(*now.serverMs));
+        slowerLines_.Line("#" + std::to_string(entry.number) + " " + EventName(event) + ": " +
+                          Milliseconds(*entry.extras.serverMs) + " -> " + Milliseconds(*now.serverMs));
     }
     if (junitCases_) {
         std::string xml = "  <testcase classname=\"replay\" name=\"" + XmlEscaped(heading) + "\"";
@@ -224,7 +231,7 @@ void ReplayReport::OnReplayed(const RecordReader::Entry& entry, const Outcome& n
         } else {
             xml += "/>";
         }
-        Line(junitCases_, xml);
+        junitCases_->Line(xml);
     }
     if (record_ && !recordFailed_) {
         CallEvent replayed = event;
@@ -256,10 +263,10 @@ bool ReplayReport::WriteReport(std::FILE* out) {
         "replayed " + std::to_string(counts_.replayed) + " events: " + std::to_string(counts_.same) + " same, " +
         std::to_string(counts_.masked) + " masked, " + std::to_string(counts_.changed) + " changed, " +
         std::to_string(counts_.newErrors) + " new errors, " + std::to_string(counts_.errorsGone) + " errors gone\n";
-    bool ok = std::fputs(summary.c_str(), out) >= 0 && CopyWhole(changes_, out);
+    bool ok = std::fputs(summary.c_str(), out) >= 0 && changes_.CopyTo(out);
     if (slower_ > 0) {
         ok = ok && std::fputs("markedly slower (at least twice the time and 10 ms more):\n", out) >= 0 &&
-             CopyWhole(slowerLines_, out);
+             slowerLines_.CopyTo(out);
     }
     return ok && std::fflush(out) == 0;
 }
@@ -268,7 +275,7 @@ bool ReplayReport::WriteJUnit(std::FILE* out, const std::string& suiteName) {
     const std::string head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites>\n <testsuite name=\"" +
                              XmlEscaped(suiteName) + "\" tests=\"" + std::to_string(counts_.replayed) +
                              "\" failures=\"" + std::to_string(junitFailures_) + "\" errors=\"0\">\n";
-    bool ok = std::fputs(head.c_str(), out) >= 0 && CopyWhole(junitCases_, out);
+    bool ok = std::fputs(head.c_str(), out) >= 0 && (!junitCases_ || junitCases_->CopyTo(out));
     ok = ok && std::fputs(" </testsuite>\n</testsuites>\n", out) >= 0;
     return ok && std::fflush(out) == 0;
 }

@@ -81,12 +81,28 @@ public:
     bool WriteJUnit(std::FILE* out, const std::string& suiteName);
 
 private:
-    void Line(std::FILE* to, const std::string& text);
+    // Lines kept for later: in a temporary file, or in memory where the
+    // system gives none (the C library's temporary files on Windows go to
+    // the root of the drive, which a user may not write).
+    class Spool {
+    public:
+        Spool();
+        ~Spool();
+        Spool(const Spool&) = delete;
+        Spool& operator=(const Spool&) = delete;
+        void Line(const std::string& text);
+        bool CopyTo(std::FILE* out);
+
+    private:
+        std::FILE* file_ = nullptr;
+        std::string memory_;
+        bool failed_ = false;
+    };
 
     Counts counts_;
-    std::FILE* changes_ = nullptr;
-    std::FILE* slowerLines_ = nullptr;
-    std::FILE* junitCases_ = nullptr;
+    Spool changes_;
+    Spool slowerLines_;
+    std::unique_ptr<Spool> junitCases_;
     std::FILE* record_ = nullptr;
     std::uint64_t slower_ = 0;
     std::uint64_t junitFailures_ = 0;

@@ -147,6 +147,22 @@ TEST_F(ReplayE2E, MaskedDifferencesAreCountedAndAnUnusedLineIsWarned) {
     EXPECT_THAT(run.err, HasSubstr("warning: the mask " + File("mask.txt") + " line 3 matches nothing"));
 }
 
+TEST_F(ReplayE2E, ALearningRunWritesAMaskThatTheNextReplayUses) {
+    // Two replays against the same release: what differs between them is
+    // the mask. The session's answers do not flow with the clock, so it
+    // learns no rule, and says so in the file's head.
+    const ProgramRun learn = Program({"--replay", record_, "--learn-mask", File("learned.txt")});
+    EXPECT_EQ(learn.exitCode, 0) << learn.err;
+    EXPECT_EQ(learn.out, "learned 0 mask lines, written to " + File("learned.txt") + "\n");
+    EXPECT_EQ(Slurp(File("learned.txt")), "# Learned from two replays of " + record_ +
+                                              " against the same server:\n"
+                                              "# what differed between them. Read it before keeping it "
+                                              "(vantrel-test --mask).\n");
+    const ProgramRun masked = Program({"--replay", record_, "--mask", File("learned.txt")});
+    EXPECT_EQ(masked.exitCode, 0) << masked.err;
+    EXPECT_FALSE(std::filesystem::exists(File("learned.txt.first-run.jsonl")));
+}
+
 TEST_F(ReplayE2E, JUnitHasOneCaseAServerEventAndTheDifferenceInItsFailure) {
     const ProgramRun run =
         Program({"--replay", record_, "--changed-release", "version,raised-error", "--junit", File("junit.xml")});

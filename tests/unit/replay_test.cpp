@@ -391,6 +391,54 @@ TEST(Replay, StopsAtAServerThatCannotBeCreated) {
     EXPECT_EQ(report.counts().replayed, 0u);
 }
 
+// A server whose process ended after its second call: every later call
+// fails as a dead COM server's does.
+class DyingServer final : public AutomationObject {
+public:
+    void Put(std::string_view, const Variant&) override { Check(); }
+    Variant Call(std::string_view) override {
+        Check();
+        return Variant::OfText(u"Q=0");
+    }
+    Variant Call(std::string_view member, const Variant&) override { return Call(member); }
+    Variant CallByRef(std::string_view member, Variant&) override { return Call(member); }
+
+private:
+    void Check() {
+        if (++calls_ > 2) {
+            throw RuntimeError(462, "The remote server machine does not exist or is unavailable");
+        }
+    }
+    int calls_ = 0;
+};
+
+TEST(Replay, AServerThatDiesPartWayFailsEveryLaterEventAndTheReportIsComplete) {
+    std::string record;
+    for (int i = 0; i < 5; ++i) {
+        record += R"({"op":"call","member":"Queue","result":{"text":"Q=0"}})"
+                  "\n";
+    }
+    const std::string path = WriteFile("dying.jsonl", record);
+    std::string problem;
+    auto reader = RecordReader::Open(path, problem);
+    ReplayReport report;
+    const ReplayEnd end = Replay(
+        *reader, [] { return std::make_unique<DyingServer>(); }, nullptr, report);
+    EXPECT_EQ(end.problem, "");
+    EXPECT_EQ(report.counts().replayed, 5u);
+    EXPECT_EQ(report.counts().same, 2u);
+    EXPECT_EQ(report.counts().newErrors, 3u);
+    std::FILE* out = std::tmpfile();
+    ASSERT_TRUE(report.WriteReport(out));
+    const std::string text = ReadAll(out);
+    std::fclose(out);
+    for (const char* number : {"#3 ", "#4 ", "#5 "}) {
+        EXPECT_THAT(text,
+                    HasSubstr(std::string(number) + "call Queue, sent nothing\n    new error: old \"Q=0\"  |  new "
+                                                    "error 462 The remote server machine"));
+    }
+}
+
 TEST(Replay, LearningWritesWhatDiffersBetweenTwoRuns) {
     const std::string path = WriteFile("learn.jsonl", R"({"op":"call","member":"Ticks","result":{"text":""}})"
                                                       "\n"
