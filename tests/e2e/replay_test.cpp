@@ -145,6 +145,12 @@ TEST_F(ReplayE2E, MaskedDifferencesAreCountedAndAnUnusedLineIsWarned) {
     EXPECT_EQ(run.exitCode, 0) << run.err;
     EXPECT_EQ(run.out, "replayed 7 events: 6 same, 1 masked, 0 changed, 0 new errors, 0 errors gone\n");
     EXPECT_THAT(run.err, HasSubstr("warning: the mask " + File("mask.txt") + " line 3 matches nothing"));
+
+    // The example mask reads, and hides nothing of this session.
+    const std::string example = std::string(VANTREL_SOURCE_DIR) + "/examples/release-check.mask";
+    const ProgramRun plain = Program({"--replay", record_, "--mask", example});
+    EXPECT_EQ(plain.exitCode, 0) << plain.err;
+    EXPECT_THAT(plain.err, HasSubstr("line 12 matches nothing"));
 }
 
 TEST_F(ReplayE2E, ALearningRunWritesAMaskThatTheNextReplayUses) {
