@@ -148,20 +148,12 @@ ReplayEnd Replay(RecordReader& record, const ServerMaker& make, const Mask* mask
     }
 }
 
-ReplayReport::Spool::Spool()
-    : file_(std::tmpfile()) {}
-
-ReplayReport::Spool::~Spool() {
-    if (file_) {
-        std::fclose(file_);
-    }
-}
-
 void ReplayReport::Spool::Line(const std::string& text) {
     if (!file_) {
         memory_ += text;
         memory_ += '\n';
-    } else if (std::fwrite(text.data(), 1, text.size(), file_) != text.size() || std::fputc('\n', file_) == EOF) {
+    } else if (std::fwrite(text.data(), 1, text.size(), file_.get()) != text.size() ||
+               std::fputc('\n', file_.get()) == EOF) {
         failed_ = true;
     }
 }
@@ -170,7 +162,7 @@ bool ReplayReport::Spool::CopyTo(std::FILE* out) {
     if (!file_) {
         return std::fwrite(memory_.data(), 1, memory_.size(), out) == memory_.size();
     }
-    return !failed_ && CopyWhole(file_, out);
+    return !failed_ && CopyWhole(file_.get(), out);
 }
 
 ReplayReport::ReplayReport() = default;

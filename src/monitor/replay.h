@@ -86,15 +86,11 @@ private:
     // the root of the drive, which a user may not write).
     class Spool {
     public:
-        Spool();
-        ~Spool();
-        Spool(const Spool&) = delete;
-        Spool& operator=(const Spool&) = delete;
         void Line(const std::string& text);
         bool CopyTo(std::FILE* out);
 
     private:
-        std::FILE* file_ = nullptr;
+        std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_{std::tmpfile(), &std::fclose};
         std::string memory_;
         bool failed_ = false;
     };

@@ -404,7 +404,7 @@ private:
         }
         if (c == '[') {
             value.kind = JsonValue::Kind::Array;
-            return Elements(value, depth);
+            return Members(value, depth);
         }
         if (c == '"') {
             value.kind = JsonValue::Kind::String;
@@ -430,27 +430,34 @@ private:
         }
         return Fail("no JSON value");
     }
+    // An object's members or an array's elements: one loop for both, the
+    // object's with a name and a colon before each value.
     bool Members(JsonValue& value, int depth) {
-        ++at_;  // {
+        const bool object = value.kind == JsonValue::Kind::Object;
+        const char close = object ? '}' : ']';
+        const char* inside = object ? "the line ends inside an object" : "the line ends inside an array";
+        ++at_;  // { or [
         Blanks();
-        if (at_ < text_.size() && text_[at_] == '}') {
+        if (at_ < text_.size() && text_[at_] == close) {
             ++at_;
             return true;
         }
         for (;;) {
-            Blanks();
-            if (at_ >= text_.size() || text_[at_] != '"') {
-                return Fail(at_ >= text_.size() ? "the line ends inside an object" : "no member name");
-            }
             Text name;
-            if (!String(name)) {
-                return false;
+            if (object) {
+                Blanks();
+                if (at_ >= text_.size() || text_[at_] != '"') {
+                    return Fail(at_ >= text_.size() ? inside : "no member name");
+                }
+                if (!String(name)) {
+                    return false;
+                }
+                Blanks();
+                if (at_ >= text_.size() || text_[at_] != ':') {
+                    return Fail("no colon after a member name");
+                }
+                ++at_;
             }
-            Blanks();
-            if (at_ >= text_.size() || text_[at_] != ':') {
-                return Fail("no colon after a member name");
-            }
-            ++at_;
             JsonValue member;
             if (!Value(member, depth + 1)) {
                 return false;
@@ -461,36 +468,11 @@ private:
                 ++at_;
                 continue;
             }
-            if (at_ < text_.size() && text_[at_] == '}') {
+            if (at_ < text_.size() && text_[at_] == close) {
                 ++at_;
                 return true;
             }
-            return Fail(at_ >= text_.size() ? "the line ends inside an object" : "no comma between members");
-        }
-    }
-    bool Elements(JsonValue& value, int depth) {
-        ++at_;  // [
-        Blanks();
-        if (at_ < text_.size() && text_[at_] == ']') {
-            ++at_;
-            return true;
-        }
-        for (;;) {
-            JsonValue element;
-            if (!Value(element, depth + 1)) {
-                return false;
-            }
-            value.members.emplace_back(std::string(), std::move(element));
-            Blanks();
-            if (at_ < text_.size() && text_[at_] == ',') {
-                ++at_;
-                continue;
-            }
-            if (at_ < text_.size() && text_[at_] == ']') {
-                ++at_;
-                return true;
-            }
-            return Fail(at_ >= text_.size() ? "the line ends inside an array" : "no comma between elements");
+            return Fail(at_ >= text_.size() ? inside : "no comma between members");
         }
     }
     bool Hex4(char16_t& code) {

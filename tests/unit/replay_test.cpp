@@ -380,13 +380,18 @@ TEST(Replay, SendsEachServerEventAndReportsEveryChange) {
     EXPECT_EQ(lines[6].rfind(R"({"server_ms":)", 0), 0u);
 }
 
-TEST(Replay, StopsAtAServerThatCannotBeCreated) {
-    const std::string path = WriteFile("record.jsonl", kRecord);
+// The record replayed into a report: how it ended.
+ReplayEnd ReplayInto(ReplayReport& report, const std::string& path, const ServerMaker& make) {
     std::string problem;
     auto record = RecordReader::Open(path, problem);
+    EXPECT_TRUE(record) << problem;
+    return record ? Replay(*record, make, nullptr, report) : ReplayEnd{problem};
+}
+
+TEST(Replay, StopsAtAServerThatCannotBeCreated) {
     ReplayReport report;
-    const ReplayEnd end = Replay(
-        *record, []() -> std::unique_ptr<AutomationObject> { throw errors::CannotCreateObject(); }, nullptr, report);
+    const ReplayEnd end = ReplayInto(report, WriteFile("record.jsonl", kRecord),
+                                     []() -> std::unique_ptr<AutomationObject> { throw errors::CannotCreateObject(); });
     EXPECT_EQ(end.problem, "the server cannot be created: error 429 ActiveX component can't create object");
     EXPECT_EQ(report.counts().replayed, 0u);
 }
@@ -418,12 +423,9 @@ TEST(Replay, AServerThatDiesPartWayFailsEveryLaterEventAndTheReportIsComplete) {
         record += R"({"op":"call","member":"Queue","result":{"text":"Q=0"}})"
                   "\n";
     }
-    const std::string path = WriteFile("dying.jsonl", record);
-    std::string problem;
-    auto reader = RecordReader::Open(path, problem);
     ReplayReport report;
-    const ReplayEnd end = Replay(
-        *reader, [] { return std::make_unique<DyingServer>(); }, nullptr, report);
+    const ReplayEnd end =
+        ReplayInto(report, WriteFile("dying.jsonl", record), [] { return std::make_unique<DyingServer>(); });
     EXPECT_EQ(end.problem, "");
     EXPECT_EQ(report.counts().replayed, 5u);
     EXPECT_EQ(report.counts().same, 2u);
