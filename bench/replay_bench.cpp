@@ -99,7 +99,7 @@ std::string ScratchFolder() {
 
 class Quiet final : public ReplayObserver {
 public:
-    void OnReplayed(const RecordReader::Entry&, const Outcome&, const Comparison& comparison) override {
+    void OnReplayed(const RecordReader::Entry&, const Outcome&, const Outcome&, const Comparison& comparison) override {
         changed += comparison.verdict != Verdict::Same;
     }
     void OnSkipped(const RecordReader::Entry&) override {}
@@ -172,10 +172,10 @@ void AddReplayRows(std::vector<Row>& rows, const Medians& medians, const std::st
                           directPerEvent, 1.5,
                           Duration(perEvent) + " vs " + Duration(directPerEvent) + " for the same puts and calls"));
 
-    const std::vector<CallEvent> events = Session(7 * 32);
+    const std::vector<CallEvent> session = Session(7 * 32);
     const std::string small = folder + "/replay-small.jsonl";
     const std::string large = folder + "/replay-1GiB.jsonl";
-    const bool written = WriteRecord(small, events, 1) && WriteRecord(large, events, 1ull << 30);
+    const bool written = WriteRecord(small, session, 1) && WriteRecord(large, session, 1ull << 30);
     const double start = written ? PeakOfReplay(console, small) : -1;
     const double peak = written ? PeakOfReplay(console, large) : -1;
     std::filesystem::remove(small);

@@ -11,17 +11,22 @@ std::unique_ptr<RecordReader> RecordReader::Open(const std::string& path, std::s
         problem = "the record " + path + " is a folder";
         return nullptr;
     }
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
+    std::unique_ptr<RecordReader> reader(new RecordReader(path));
+    if (!reader->in_) {
         problem = "cannot open the record " + path;
         return nullptr;
     }
-    return std::unique_ptr<RecordReader>(new RecordReader(path, std::move(in)));
+    return reader;
 }
 
-RecordReader::RecordReader(std::string path, std::ifstream in)
+RecordReader::RecordReader(std::string path)
     : path_(std::move(path))
-    , in_(std::move(in)) {}
+    , buffer_(1 << 20) {
+    // The buffer is set before the file is opened, where every library
+    // takes it.
+    in_.rdbuf()->pubsetbuf(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
+    in_.open(path_, std::ios::binary);
+}
 
 RecordReader::Next RecordReader::Stop(std::string problem) {
     stopped_ = true;

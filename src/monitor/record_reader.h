@@ -6,6 +6,7 @@
 #include <fstream>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vantrel {
 
@@ -36,10 +37,11 @@ public:
     bool cut() const { return cut_; }
 
 private:
-    RecordReader(std::string path, std::ifstream in);
+    explicit RecordReader(std::string path);
     Next Stop(std::string problem);
 
     std::string path_;
+    std::vector<char> buffer_;  // the stream's, large enough to read in few calls
     std::ifstream in_;
     std::string line_;
     std::uint64_t lineNumber_ = 0;

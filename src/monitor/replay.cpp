@@ -88,17 +88,6 @@ bool CopyWhole(std::FILE* from, std::FILE* to) {
     return !std::ferror(from);
 }
 
-const char* VerdictWord(Verdict verdict) {
-    switch (verdict) {
-    case Verdict::Same: return "same";
-    case Verdict::Masked: return "masked";
-    case Verdict::Changed: return "changed";
-    case Verdict::NewError: return "new error";
-    case Verdict::ErrorGone: return "error gone";
-    }
-    return "";
-}
-
 }  // namespace
 
 bool MarkedlySlower(double recordedMs, double nowMs) { return nowMs >= 2 * recordedMs && nowMs - recordedMs >= 10; }
@@ -133,7 +122,7 @@ ReplayEnd Replay(RecordReader& record, const ServerMaker& make, const Mask* mask
             }
             Outcome recorded;
             recorded.error = event.error;
-            observer.OnReplayed(entry, Outcome(), Compare(event.member, recorded, Outcome(), mask));
+            observer.OnReplayed(entry, recorded, Outcome(), Compare(event.member, recorded, Outcome(), mask));
             continue;
         }
         if (event.op != CallEvent::Op::Put && event.op != CallEvent::Op::Call) {
@@ -144,7 +133,9 @@ ReplayEnd Replay(RecordReader& record, const ServerMaker& make, const Mask* mask
             return end;
         }
         const Outcome now = Send(*server, event);
-        observer.OnReplayed(entry, now, Compare(event.member, RecordedOutcome(event, entry.extras), now, mask));
+        // The recorded answer is moved, not copied: it may be megabytes.
+        Outcome recorded = RecordedOutcome(std::move(entry.event.result), entry.event, entry.extras);
+        observer.OnReplayed(entry, recorded, now, Compare(event.member, recorded, now, mask));
     }
 }
 
@@ -177,7 +168,8 @@ void ReplayReport::CollectJUnit() {
 
 bool ReplayReport::anyChange() const { return counts_.changed + counts_.newErrors + counts_.errorsGone + slower_ > 0; }
 
-void ReplayReport::OnReplayed(const RecordReader::Entry& entry, const Outcome& now, const Comparison& comparison) {
+void ReplayReport::OnReplayed(const RecordReader::Entry& entry, const Outcome&, const Outcome& now,
+                              const Comparison& comparison) {
     ++counts_.replayed;
     switch (comparison.verdict) {
     case Verdict::Same: ++counts_.same; break;
@@ -187,10 +179,14 @@ void ReplayReport::OnReplayed(const RecordReader::Entry& entry, const Outcome& n
     case Verdict::ErrorGone: ++counts_.errorsGone; break;
     }
     const CallEvent& event = entry.event;
-    const std::string heading = "#" + std::to_string(entry.number) + " " + EventName(event) + ", " + SentText(event);
     const bool failed = comparison.verdict != Verdict::Same && comparison.verdict != Verdict::Masked;
+    // Made only where it is shown: the sent value is drawn character by
+    // character.
+    const auto heading = [&] {
+        return "#" + std::to_string(entry.number) + " " + EventName(event) + ", " + SentText(event);
+    };
     if (failed) {
-        changes_.Line(heading);
+        changes_.Line(heading());
         for (const std::string& line : comparison.lines) {
             changes_.Line("    " + line);
         }
@@ -202,7 +198,7 @@ void ReplayReport::OnReplayed(const RecordReader::Entry& entry, const Outcome& n
                           Milliseconds(*entry.extras.serverMs) + " -> " + Milliseconds(*now.serverMs));
     }
     if (junitCases_) {
-        std::string xml = "  <testcase classname=\"replay\" name=\"" + XmlEscaped(heading) + "\"";
+        std::string xml = "  <testcase classname=\"replay\" name=\"" + XmlEscaped(heading()) + "\"";
         if (now.serverMs) {
             char seconds[32];
             std::snprintf(seconds, sizeof seconds, "%.6f", *now.serverMs / 1000);
@@ -218,7 +214,7 @@ void ReplayReport::OnReplayed(const RecordReader::Entry& entry, const Outcome& n
                 body += "markedly slower: " + Milliseconds(*entry.extras.serverMs) + " -> " +
                         Milliseconds(*now.serverMs) + "\n";
             }
-            xml += ">\n    <failure message=\"" + std::string(failed ? VerdictWord(comparison.verdict) : "slower") +
+            xml += ">\n    <failure message=\"" + (failed ? VerdictText(comparison.verdict) : std::string("slower")) +
                    "\">" + XmlEscaped(body) + "</failure>\n  </testcase>";
         } else {
             xml += "/>";
@@ -277,11 +273,11 @@ namespace {
 // The second run of a learning run: the differences as mask rules.
 class RuleCollector final : public ReplayObserver {
 public:
-    void OnReplayed(const RecordReader::Entry& entry, const Outcome& now, const Comparison& comparison) override {
+    void OnReplayed(const RecordReader::Entry& entry, const Outcome& recorded, const Outcome& now,
+                    const Comparison& comparison) override {
         if (comparison.verdict == Verdict::Same) {
             return;
         }
-        const Outcome recorded = RecordedOutcome(entry.event, entry.extras);
         const std::string& member = entry.event.member;
         if (recorded.result && now.result && recorded.result->is(Variant::Kind::Text) &&
             now.result->is(Variant::Kind::Text)) {

@@ -24,8 +24,11 @@ bool MarkedlySlower(double recordedMs, double nowMs);
 class ReplayObserver {
 public:
     virtual ~ReplayObserver() = default;
-    // A put or call (or the creation) sent again, with its comparison.
-    virtual void OnReplayed(const RecordReader::Entry& entry, const Outcome& now, const Comparison& comparison) = 0;
+    // A put or call (or the creation) sent again: what the record says it
+    // gave, what it gives now, and how the two compare. The entry's event
+    // holds what was sent; its answer is in `recorded`.
+    virtual void OnReplayed(const RecordReader::Entry& entry, const Outcome& recorded, const Outcome& now,
+                            const Comparison& comparison) = 0;
     // A box or an error report, not sent.
     virtual void OnSkipped(const RecordReader::Entry& entry) = 0;
 };
@@ -66,7 +69,8 @@ public:
     // Collects JUnit test cases, written whole by WriteJUnit.
     void CollectJUnit();
 
-    void OnReplayed(const RecordReader::Entry& entry, const Outcome& now, const Comparison& comparison) override;
+    void OnReplayed(const RecordReader::Entry& entry, const Outcome& recorded, const Outcome& now,
+                    const Comparison& comparison) override;
     void OnSkipped(const RecordReader::Entry& entry) override;
 
     const Counts& counts() const { return counts_; }

@@ -193,9 +193,9 @@ void CompareTexts(const std::string& member, TextView oldText, TextView newText,
 
 }  // namespace
 
-Outcome RecordedOutcome(const CallEvent& event, const LineExtras& extras) {
+Outcome RecordedOutcome(std::optional<Variant> result, const CallEvent& event, const LineExtras& extras) {
     Outcome outcome;
-    outcome.result = event.result;
+    outcome.result = std::move(result);
     outcome.error = event.error;
     outcome.serverMs = extras.serverMs;
     if (event.op == CallEvent::Op::Call && event.byRef) {
@@ -332,6 +332,17 @@ std::string ShortValue(const Variant& value, std::size_t limit) {
     case Variant::Kind::Boolean: return value.boolean() ? "bool true" : "bool false";
     case Variant::Kind::Currency: return "cy " + ToUtf8(ToText(value));
     case Variant::Kind::Date: return "date " + ToUtf8(value.dateText());
+    }
+    return {};
+}
+
+std::string VerdictText(Verdict verdict) {
+    switch (verdict) {
+    case Verdict::Same: return "same";
+    case Verdict::Masked: return "masked";
+    case Verdict::Changed: return "changed";
+    case Verdict::NewError: return "new error";
+    case Verdict::ErrorGone: return "error gone";
     }
     return {};
 }

@@ -22,8 +22,8 @@ struct Outcome {
     std::optional<double> serverMs;      // how long the server took
 };
 
-// The recorded side of a put or call as an outcome.
-Outcome RecordedOutcome(const CallEvent& event, const LineExtras& extras);
+// The recorded side of a put or call as an outcome, its answer taken over.
+Outcome RecordedOutcome(std::optional<Variant> result, const CallEvent& event, const LineExtras& extras);
 
 // Which differences do not count. One rule a line:
 //   MEMBER KEY        the key of a key=value answer of MEMBER
@@ -66,6 +66,9 @@ enum class Verdict {
     NewError,   // raised now, answered in the record
     ErrorGone,  // raised in the record, answered now
 };
+
+// "same", "masked", "changed", "new error", "error gone".
+std::string VerdictText(Verdict verdict);
 
 struct Comparison {
     Verdict verdict = Verdict::Same;

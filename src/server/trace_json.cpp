@@ -349,6 +349,9 @@ struct JsonValue {
         }
         return nullptr;
     }
+    JsonValue* Find(std::string_view name) {
+        return const_cast<JsonValue*>(static_cast<const JsonValue&>(*this).Find(name));
+    }
 };
 
 // Reads one JSON text. Fails with a short reason and the byte offset where
@@ -436,20 +439,21 @@ private:
         const bool object = value.kind == JsonValue::Kind::Object;
         const char close = object ? '}' : ']';
         const char* inside = object ? "the line ends inside an object" : "the line ends inside an array";
-        ++at_;  // { or [
+        ++at_;                     // { or [
+        value.members.reserve(8);  // a trace's objects have a few members
         Blanks();
         if (at_ < text_.size() && text_[at_] == close) {
             ++at_;
             return true;
         }
         for (;;) {
-            Text name;
+            std::string name;
             if (object) {
                 Blanks();
                 if (at_ >= text_.size() || text_[at_] != '"') {
                     return Fail(at_ >= text_.size() ? inside : "no member name");
                 }
-                if (!String(name)) {
+                if (!Name(name)) {
                     return false;
                 }
                 Blanks();
@@ -462,7 +466,7 @@ private:
             if (!Value(member, depth + 1)) {
                 return false;
             }
-            value.members.emplace_back(ToUtf8(name), std::move(member));
+            value.members.emplace_back(std::move(name), std::move(member));
             Blanks();
             if (at_ < text_.size() && text_[at_] == ',') {
                 ++at_;
@@ -474,6 +478,25 @@ private:
             }
             return Fail(at_ >= text_.size() ? inside : "no comma between members");
         }
+    }
+    // A member name: plain ASCII as it stands, anything else through the
+    // text's own reading.
+    bool Name(std::string& name) {
+        const std::size_t end = text_.find('"', at_ + 1);
+        const std::string_view plain = text_.substr(at_ + 1, end == std::string_view::npos ? 0 : end - at_ - 1);
+        if (end != std::string_view::npos && std::all_of(plain.begin(), plain.end(), [](char c) {
+                return c != '\\' && static_cast<unsigned char>(c) >= 0x20 && (c & 0x80) == 0;
+            })) {
+            name.assign(plain);
+            at_ = end + 1;
+            return true;
+        }
+        Text escaped;
+        if (!String(escaped)) {
+            return false;
+        }
+        name = ToUtf8(escaped);
+        return true;
     }
     bool Hex4(char16_t& code) {
         if (at_ + 4 > text_.size()) {
@@ -497,14 +520,15 @@ private:
             // a 16 MiB answer is read in a few passes, not character by
             // character through the switch below.
             std::size_t end = at_;
+            unsigned char high = 0;
             while (end < text_.size() && text_[end] != '"' && text_[end] != '\\' &&
                    static_cast<unsigned char>(text_[end]) >= 0x20) {
+                high |= static_cast<unsigned char>(text_[end]) & 0x80;
                 ++end;
             }
             if (end > at_) {
                 const std::string_view run = text_.substr(at_, end - at_);
-                const bool ascii = std::all_of(run.begin(), run.end(), [](char c) { return (c & 0x80) == 0; });
-                if (ascii) {
+                if (high == 0) {
                     AppendBytes(out, run);
                 } else {
                     out += FromUtf8(run);
@@ -612,16 +636,16 @@ bool CurrencyOf(TextView text, std::int64_t& tenThousandths) {
     return true;
 }
 
-bool VariantOf(const JsonValue& json, Variant& value, std::string& problem) {
+bool VariantOf(JsonValue& json, Variant& value, std::string& problem) {
     problem = "a value that is not one of the trace's kinds";
     if (json.kind != JsonValue::Kind::Object || json.members.empty()) {
         return false;
     }
-    const auto& [kind, inner] = json.members.front();
+    auto& [kind, inner] = json.members.front();
     std::int64_t whole = 0;
     double real = 0;
     if (kind == "text" && inner.kind == JsonValue::Kind::String) {
-        value = Variant::OfText(inner.string);
+        value = Variant::OfText(std::move(inner.string));  // an answer of megabytes is not copied
     } else if (kind == "i2" && WholeNumber(inner, INT16_MIN, INT16_MAX, whole)) {
         value = Variant::OfInt16(static_cast<std::int16_t>(whole));
     } else if (kind == "i4" && WholeNumber(inner, INT32_MIN, INT32_MAX, whole)) {
@@ -692,7 +716,7 @@ ReadEvent ReadJsonLine(std::string_view line) {
     CallEvent& event = read.event;
     std::string problem;
     const auto value = [&](std::string_view name, std::optional<Variant>& into) {
-        const JsonValue* field = json.Find(name);
+        JsonValue* field = json.Find(name);
         if (!field) {
             return true;
         }
