@@ -56,3 +56,39 @@ std::pair<ComparisonModel::Side, ComparisonModel::Side> ComparisonModel::Sides(s
 }
 
 }  // namespace vantrel
+
+namespace vantrel {
+
+namespace {
+
+// The session's server lent to a replay, which would otherwise own the one
+// it creates.
+class Lent final : public AutomationObject {
+public:
+    explicit Lent(AutomationObject& server)
+        : server_(server) {}
+    void Put(std::string_view member, const Variant& value) override { server_.Put(member, value); }
+    Variant Call(std::string_view member) override { return server_.Call(member); }
+    Variant Call(std::string_view member, const Variant& argument) override { return server_.Call(member, argument); }
+    Variant CallByRef(std::string_view member, Variant& argument) override {
+        return server_.CallByRef(member, argument);
+    }
+
+private:
+    AutomationObject& server_;
+};
+
+}  // namespace
+
+std::string CompareWithRecord(const std::string& path, AutomationObject& server, ComparisonModel& model) {
+    std::string problem;
+    auto record = RecordReader::Open(path, problem);
+    if (!record) {
+        return problem;
+    }
+    return Replay(
+               *record, [&server] { return std::make_unique<Lent>(server); }, nullptr, model)
+        .problem;
+}
+
+}  // namespace vantrel

@@ -46,4 +46,9 @@ private:
     std::vector<Row> rows_;
 };
 
+// The record at `path` replayed against the session's own server (which
+// traces each call as any other), its rows into `model`. Empty when the
+// record was read to its end, else why it stopped there.
+std::string CompareWithRecord(const std::string& path, AutomationObject& server, ComparisonModel& model);
+
 }  // namespace vantrel
