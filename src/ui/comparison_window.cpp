@@ -4,6 +4,7 @@
 
 #include <QFont>
 #include <QFontDatabase>
+#include <QGridLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -117,11 +118,18 @@ ComparisonWindow::ComparisonWindow(ComparisonModel model, const QString& record,
     lines_ = new QLabel(split);
     lines_->setObjectName(QStringLiteral("ComparisonLines"));
     lines_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    auto* sides = new QSplitter(Qt::Horizontal, split);
-    auto* texts = new QSplitter(Qt::Vertical, sides);
-    texts_ = {View(texts, "ComparisonOldText"), View(texts, "ComparisonNewText")};
-    auto* hexes = new QSplitter(Qt::Vertical, sides);
-    hexes_ = {View(hexes, "ComparisonOldHex"), View(hexes, "ComparisonNewHex")};
+    // The old answer above the new one, each as text and as hex.
+    auto* sides = new QWidget(split);
+    auto* grid = new QGridLayout(sides);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->addWidget(new QLabel(tr("Old: the record"), sides), 0, 0);
+    grid->addWidget(new QLabel(tr("New: this server"), sides), 2, 0);
+    texts_ = {View(sides, "ComparisonOldText"), View(sides, "ComparisonNewText")};
+    hexes_ = {View(sides, "ComparisonOldHex"), View(sides, "ComparisonNewHex")};
+    for (int side = 0; side < 2; ++side) {
+        grid->addWidget(texts_[static_cast<std::size_t>(side)], 2 * side + 1, 0);
+        grid->addWidget(hexes_[static_cast<std::size_t>(side)], 2 * side + 1, 1);
+    }
     layout->addWidget(split);
     connect(table_, &QTableWidget::currentCellChanged, this, [this](int row) { ShowRow(row); });
     if (model_.size() > 0) {
@@ -144,7 +152,7 @@ void ComparisonWindow::ShowRow(int row) {
     for (const std::string& line : model_.row(static_cast<std::size_t>(row)).lines) {
         lines << QString::fromStdString(line);
     }
-    lines_->setText(lines.isEmpty() ? tr("old (above) and new (below): the same") : lines.join(QLatin1Char('\n')));
+    lines_->setText(lines.isEmpty() ? tr("the same") : lines.join(QLatin1Char('\n')));
 }
 
 }  // namespace vantrel
