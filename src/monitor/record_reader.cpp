@@ -50,17 +50,17 @@ RecordReader::Next RecordReader::Read(Entry& entry) {
     ++lineNumber_;
     const bool ended = !in_.eof();  // getline found the line's end
     ReadEvent read = ReadJsonLine(line_);
-    const std::string where = path_ + " line " + std::to_string(lineNumber_);
+    const auto where = [this] { return path_ + " line " + std::to_string(lineNumber_); };
     if (read.status == ReadEvent::Status::NotARecord) {
         if (!ended) {
             cut_ = true;
-            return Stop(where + " is cut short, as a killed session leaves it: replayed up to line " +
+            return Stop(where() + " is cut short, as a killed session leaves it: replayed up to line " +
                         std::to_string(lineNumber_ - 1));
         }
-        return Stop(where + " is not a record: " + read.problem);
+        return Stop(where() + " is not a record: " + read.problem);
     }
     if (read.status == ReadEvent::Status::UnknownKind) {
-        return Stop(where + ": " + read.problem + "; stopped there rather than guess");
+        return Stop(where() + ": " + read.problem + "; stopped there rather than guess");
     }
     ++events_;
     entry.line = lineNumber_;

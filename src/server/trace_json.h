@@ -46,6 +46,10 @@ struct ReadEvent {
     LineExtras extras;
 };
 ReadEvent ReadJsonLine(std::string_view line);
+// The same for a line laid out any way JSON allows (blanks, keys in any
+// order). ReadJsonLine reads the trace's own layout without building a tree
+// of values and hands every other line to this one; both read a line alike.
+ReadEvent ReadAnyJsonLine(std::string_view line);
 
 // Writes each event as a line and flushes it at once, so that the trace is
 // complete even when the program ends through the error report. Every write
