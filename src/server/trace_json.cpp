@@ -787,7 +787,19 @@ private:
         number = std::strtod(digits, &stop);
         return stop == digits + run.size();
     }
-    bool Quoted(Text& text) { return at_ < text_.size() && text_[at_] == '"' && String(text); }
+    // A text, its room taken at once: up to the first quote that no
+    // backslash stands before, never less than the text needs.
+    bool Quoted(Text& text) {
+        if (at_ >= text_.size() || text_[at_] != '"') {
+            return false;
+        }
+        std::size_t end = at_;
+        do {
+            end = text_.find('"', end + 1);
+        } while (end != std::string_view::npos && text_[end - 1] == '\\');
+        text.reserve(end == std::string_view::npos ? 0 : end - at_);
+        return String(text);
+    }
     bool Argument(std::optional<Variant>& into) {
         std::int64_t whole = 0;
         double real = 0;
