@@ -5,6 +5,7 @@
 #include "benchmarks.h"
 #include "command_survey.h"
 #include "process_launch.h"
+#include "replay_rows.h"
 #include "targets.h"
 
 #include <benchmark/benchmark.h>
@@ -105,7 +106,7 @@ Figures RunBenchmarks(std::ostream& log) {
     std::vector<std::string> flags = {
         "vantrel_bench",
         std::string("--benchmark_filter=^(Click|Appends|") + kPacketClick + "|" + kSetImage + "|" + kReadAndWiden +
-            "|" + kStressTick + "|" + kSimulatorPut + ")(/|$)",
+            "|" + kStressTick + "|" + kSimulatorPut + "|" + kReplay + "|" + kReplayDirect + ")(/|$)",
         // Repetitions in random order, so that what the machine's other work
         // takes away falls alike on a figure and its yardstick.
         "--benchmark_repetitions=15",
@@ -169,8 +170,9 @@ int RunTable(const TableOptions& options) {
         launches.windowsExeBytes = error ? -1 : static_cast<double>(size);
     }
     const PeakMemory peaks = MeasurePeakMemory(options.console);
-    const std::vector<Row> rows =
+    std::vector<Row> rows =
         TargetRows(figures.medians, survey, launches, peaks, figures.spreads, figures.lowerQuartiles);
+    AddReplayRows(rows, figures.medians, options.console, std::filesystem::temp_directory_path().string());
     std::cout << Render(rows) << std::flush;
     for (const Row& row : rows) {
         if (!row.pass) {

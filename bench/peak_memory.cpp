@@ -22,6 +22,12 @@ double PeakOf(const std::string& console, const fs::path& folder, const std::str
     const std::string command = "cd '" + folder.string() + "' && VANTREL_DRIVE_C='" + folder.string() + "' exec '" +
                                 console + "' --simulator --script " + name + ".vts --trace " + name +
                                 ".jsonl > /dev/null 2>&1 < /dev/null";
+    return PeakOfCommand(command, 0);
+}
+
+}  // namespace
+
+double PeakOfCommand(const std::string& command, int highestExit) {
     const pid_t pid = ::fork();
     if (pid == 0) {
         ::execl("/bin/sh", "sh", "-c", command.c_str(), static_cast<char*>(nullptr));
@@ -29,13 +35,11 @@ double PeakOf(const std::string& console, const fs::path& folder, const std::str
     }
     int status = 0;
     rusage usage{};
-    if (pid < 0 || ::wait4(pid, &status, 0, &usage) != pid || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+    if (pid < 0 || ::wait4(pid, &status, 0, &usage) != pid || !WIFEXITED(status) || WEXITSTATUS(status) > highestExit) {
         return -1;
     }
     return static_cast<double>(usage.ru_maxrss) * 1024;
 }
-
-}  // namespace
 
 PeakMemory MeasurePeakMemory(const std::string& console) {
     PeakMemory peak;

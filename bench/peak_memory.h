@@ -21,4 +21,8 @@ inline constexpr double kAnswerBytes = 2.0 * (16 << 20);
 
 PeakMemory MeasurePeakMemory(const std::string& console);
 
+// The peak resident size of a shell command's run, in bytes; negative when
+// it could not be run or ended with an exit code above `highestExit`.
+double PeakOfCommand(const std::string& command, int highestExit);
+
 }  // namespace vantrel::bench

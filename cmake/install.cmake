@@ -30,7 +30,7 @@ install(FILES ${PROJECT_BINARY_DIR}/changelog.gz ${VANTREL_PACKAGING}/copyright 
 install(FILES ${PROJECT_SOURCE_DIR}/README.md DESTINATION ${VANTREL_DOC_DIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${VANTREL_DOC_DIR}/docs)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/ DESTINATION ${VANTREL_DOC_DIR}/examples
-        FILES_MATCHING PATTERN "*.vts")
+        FILES_MATCHING PATTERN "*.vts" PATTERN "*.mask")
 # Where the program looks for drive C: when the user's own lacks the file.
 install(FILES ${PROJECT_SOURCE_DIR}/examples/FP_blk.hex
         DESTINATION "${CMAKE_INSTALL_DATADIR}/vantrel-test/c/Projects/Vantrel/VantrelTest Utility")

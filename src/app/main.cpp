@@ -2,6 +2,7 @@
 
 #include "app/all_forms.h"
 #include "app/program.h"
+#include "app/replay_run.h"
 #include "app/shown_probe.h"
 #include "app/trace_output.h"
 #include "base/console.h"
@@ -59,6 +60,9 @@ int main(int argc, char* argv[]) {
         return *code;
     }
     const vantrel::ProgramOptions& options = std::get<vantrel::ProgramOptions>(parsed);
+    if (options.replay) {
+        return vantrel::RunReplay(options);  // headless: no window, no display needed
+    }
 
     vantrel::IgnoreBrokenPipes();
     vantrel::RaiseOpenFileLimit();

@@ -20,7 +20,9 @@ constexpr const char* kVersion = "1.0.0 (console Ver 1010.29)";
 
 constexpr const char* kHelp =
     "Usage: vantrel-test [--simulator | --local-server] [--trace FILE] [--script FILE] [--no-log]\n"
-    "                    [--keep-going] [--exit-when-shown]\n"
+    "                    [--keep-going] [--exit-when-shown] [--changed-release CHANGES]\n"
+    "       vantrel-test --replay RECORD [--mask FILE | --learn-mask FILE] [--junit FILE]\n"
+    "                    [--trace NEW] [--simulator | --local-server]\n"
     "\n"
     "The hand-driven test console for the forecourt controller server\n"
     "\"Vantrel.Application\": one button per command, with every call echoed.\n"
@@ -47,6 +49,24 @@ constexpr const char* kHelp =
     "                  time, write \"shown\" and the resident size (\"shown 41236\n"
     "                  KiB\") on standard output and exit with 0 (start-up\n"
     "                  measurements, see bench/run)\n"
+    "  --replay RECORD send the server events of RECORD (a trace or a session log)\n"
+    "                  again, without any window, and report on standard output\n"
+    "                  every answer that changed; exit 0 when nothing changed, 1\n"
+    "                  when something did, 2 for bad input or no server. --trace\n"
+    "                  NEW then writes the replay's own record, with each call's\n"
+    "                  time\n"
+    "  --mask FILE     with --replay: the differences FILE names are counted as\n"
+    "                  masked, not shown (\"MEMBER KEY\", \"MEMBER\", \"* KEY\",\n"
+    "                  pattern \"GLOB\" a line)\n"
+    "  --learn-mask FILE\n"
+    "                  with --replay: replay twice against the same server and\n"
+    "                  write what differed between the runs to FILE as a mask\n"
+    "  --junit FILE    with --replay: also write JUnit XML to FILE, one test case\n"
+    "                  per server event\n"
+    "  --changed-release CHANGES\n"
+    "                  the built-in simulator plays a changed release: any of\n"
+    "                  renamed-key, added-line, raised-error, version, slower,\n"
+    "                  comma-separated (see docs/simulator.md)\n"
     "  --help          show this text\n"
     "  --version       show the version\n"
     "\n"
@@ -91,14 +111,41 @@ std::variant<ProgramOptions, int> ParseCommandLine(const std::vector<std::string
             options.noLog = true;
         } else if (argument == "--exit-when-shown") {
             options.exitWhenShown = true;
-        } else if (argument == "--trace" || argument == "--script") {
+        } else if (argument == "--trace" || argument == "--script" || argument == "--replay" || argument == "--mask" ||
+                   argument == "--learn-mask" || argument == "--junit") {
             if (i + 1 >= arguments.size()) {
                 return Usage(std::string(argument) + " needs a file name");
             }
-            (argument == "--trace" ? options.trace : options.script) = arguments[++i];
+            std::optional<std::string>& file = argument == "--trace"    ? options.trace
+                                               : argument == "--script" ? options.script
+                                               : argument == "--replay" ? options.replay
+                                               : argument == "--mask"   ? options.mask
+                                               : argument == "--junit"  ? options.junit
+                                                                        : options.learnMask;
+            file = arguments[++i];
+        } else if (argument == "--changed-release") {
+            std::string unknown;
+            const auto changes =
+                i + 1 < arguments.size() ? simulation::ReleaseChanges::Parse(arguments[i + 1], unknown) : std::nullopt;
+            if (!changes) {
+                return Usage("--changed-release takes changes among " +
+                             std::string(simulation::ReleaseChanges::kNames) +
+                             (unknown.empty() ? std::string() : "; not \"" + unknown + "\""));
+            }
+            options.release = *changes;
+            ++i;
         } else {
             return Usage("unknown option " + std::string(argument));
         }
+    }
+    if (!options.replay && (options.mask || options.learnMask || options.junit)) {
+        return Usage("--mask, --learn-mask and --junit go with --replay");
+    }
+    if (options.replay && options.script) {
+        return Usage("--replay and --script are two ways to run: choose one");
+    }
+    if (options.mask && options.learnMask) {
+        return Usage("a learning run (--learn-mask) uses no mask");
     }
     return options;
 }
@@ -157,10 +204,11 @@ void RegisterServers(ServerRegistry& servers, const ProgramOptions& options, Ser
     }
     // Script mode runs it on a clock that only "server time" lines move.
     const bool manualClock = options.script.has_value();
-    servers.Register(std::string(kServerProgId), [&reached, manualClock] {
+    servers.Register(std::string(kServerProgId), [&reached, manualClock, release = options.release] {
         auto created = manualClock ? std::make_unique<Simulator>(std::make_unique<simulation::ManualClock>(
                                          simulation::ManualClock::Waits::Slept))
                                    : std::make_unique<Simulator>();
+        created->PlayRelease(release);
         reached.simulator = created.get();
         reached.steering = std::make_unique<InProcessSteering>(*created);
         return created;

@@ -7,6 +7,7 @@
 #include "app/session_log.h"
 #include "server/server_calls.h"
 #include "server/trace_json.h"
+#include "simulator/release_changes.h"
 
 #include <memory>
 #include <optional>
@@ -27,6 +28,13 @@ struct ProgramOptions {
     bool keepGoing = false;
     std::optional<std::string> trace;
     std::optional<std::string> script;
+    // --replay RECORD and what goes with it (app/replay_run.h).
+    std::optional<std::string> replay;
+    std::optional<std::string> mask;
+    std::optional<std::string> learnMask;
+    std::optional<std::string> junit;
+    // The built-in simulator plays a changed release (docs/simulator.md).
+    simulation::ReleaseChanges release;
 };
 
 // The options to run with, or the exit code of a command line already

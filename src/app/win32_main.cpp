@@ -3,6 +3,7 @@
 
 #include "app/all_forms.h"
 #include "app/program.h"
+#include "app/replay_run.h"
 #include "app/trace_output.h"
 #include "script/script_file.h"
 #include "script/script_runner.h"
@@ -33,6 +34,9 @@ int wmain(int argc, wchar_t* argv[]) {
         return *code;
     }
     const vantrel::ProgramOptions& options = std::get<vantrel::ProgramOptions>(parsed);
+    if (options.replay) {
+        return vantrel::RunReplay(options);  // headless: no window, no display needed
+    }
 
     vantrel::RaiseOpenFileLimit();
     std::vector<std::string> scriptLines;

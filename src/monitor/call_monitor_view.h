@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vantrel {
@@ -92,6 +93,9 @@ public:
         bool separatorBefore = false;
     };
     std::optional<std::vector<MemberChoice>> MemberChoices(const std::string& chosen);
+
+    // A result for the status line from elsewhere in the window (a comparison).
+    void Say(std::string message) { message_ = std::move(message); }
 
     // "1,234 events, 12 shown  ·  auto-scroll paused, 3 new below  ·  ..."
     std::string StatusLine() const;

@@ -99,7 +99,18 @@ Variant Simulator::Call(std::string_view member) {
         return answer;
     }
     Update();
-    return Info(*id).answer(*forecourt_);
+    return Released(*id, Info(*id).answer(*forecourt_));
+}
+
+Variant Simulator::Released(MemberId member, Variant answer) {
+    if (!release_.any()) {
+        return answer;
+    }
+    const std::string_view name = Info(member).name;
+    clock_->Wait(release_.DelayOf(name));
+    release_.RaiseFor(name);
+    release_.ChangeAnswer(name, answer);
+    return answer;
 }
 
 Variant Simulator::Call(std::string_view member, const Variant& argument) {
@@ -114,7 +125,7 @@ Variant Simulator::Call(std::string_view member, const Variant& argument) {
         Report(id, "there is no fueling position " + std::to_string(position) + " (1 to 32)");
         return Variant::OfText({});
     }
-    return Info(id).about(*forecourt_, position);
+    return Released(id, Info(id).about(*forecourt_, position));
 }
 
 // The server reads the position and writes nothing back.

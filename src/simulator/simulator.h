@@ -6,6 +6,7 @@
 #include "simulator/fault_queue.h"
 #include "simulator/forecourt.h"
 #include "simulator/members.h"
+#include "simulator/release_changes.h"
 
 #include <array>
 #include <chrono>
@@ -52,6 +53,9 @@ public:
     bool QueueDelay(std::string_view member, std::chrono::milliseconds delay);
     std::optional<Style> StyleOf(std::string_view member) const;
 
+    // Plays another release of the server from now on (docs/simulator.md).
+    void PlayRelease(simulation::ReleaseChanges changes) { release_ = changes; }
+
     void SetAutomatic(bool on);
     bool automatic() const { return forecourt_->traffic.on(); }
 
@@ -85,6 +89,8 @@ private:
 
     MemberId Lookup(std::string_view member, Style style) const;
     bool Faulted(MemberId member, Variant& answer);
+    // The answer as the release played gives it: later, changed, or an error.
+    Variant Released(MemberId member, Variant answer);
     void Update() { forecourt_->AdvanceTo(clock_->Now()); }
     void Remember(MemberId member, const Variant& value);
     void Report(MemberId member, const std::string& problem);
@@ -93,6 +99,7 @@ private:
     simulation::ManualClock* manual_ = nullptr;
     std::unique_ptr<simulation::Forecourt> forecourt_;
     simulation::FaultQueue faults_;
+    simulation::ReleaseChanges release_;
 
     struct Assignment {
         MemberId member = 0;

@@ -1,5 +1,6 @@
 #include "call_monitor_window.h"
 
+#include "ui/comparison_window.h"
 #include "ui/window_places.h"
 #include "ui/console_window.h"
 #include "ui/visible_text.h"
@@ -368,6 +369,9 @@ void CallMonitorWindow::BuildToolBar(QWidget* bar) {
     auto* exportRows = button(tr("Export\u2026"), "CallMonitorExport",
                               tr("Write the shown rows to a JSON Lines file in the trace format"));
     connect(exportRows, &QToolButton::clicked, this, [this] { AskExport(); });
+    auto* compare = button(tr("Compare\u2026"), "CallMonitorCompare",
+                           tr("Send a recorded session to the server again and compare every answer"));
+    connect(compare, &QToolButton::clicked, this, [this] { AskCompare(); });
 
     row->addWidget(member_);
     row->addWidget(filter_, 2);
@@ -382,6 +386,7 @@ void CallMonitorWindow::BuildToolBar(QWidget* bar) {
     row->addWidget(again);
     row->addWidget(clear);
     row->addWidget(exportRows);
+    row->addWidget(compare);
 }
 
 void CallMonitorWindow::showEvent(QShowEvent* event) {
@@ -499,6 +504,33 @@ void CallMonitorWindow::AskExport() {
     if (!path.isEmpty()) {
         ExportTo(path);
     }
+}
+
+void CallMonitorWindow::AskCompare() {
+    const QString path = QFileDialog::getOpenFileName(this, tr("Compare with a record"), QString(),
+                                                      tr("Records: traces and session logs (*.jsonl);;All files (*)"));
+    if (!path.isEmpty()) {
+        CompareWith(path);
+    }
+}
+
+ComparisonWindow* CallMonitorWindow::CompareWith(const QString& record) {
+    AutomationObject* server = server_ ? server_() : nullptr;
+    if (!server) {
+        view_.Say("Compare: there is no server to send the record to");
+        UpdateStatus();
+        return nullptr;
+    }
+    ComparisonModel comparison;
+    const std::string problem = CompareWithRecord(record.toStdString(), *server, comparison);
+    if (!problem.empty()) {
+        view_.Say("Compare: " + problem);
+        UpdateStatus();
+    }
+    auto* window = new ComparisonWindow(std::move(comparison), record, this);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
+    return window;
 }
 
 bool CallMonitorWindow::ExportTo(const QString& path) {

@@ -23,6 +23,7 @@ class QToolButton;
 namespace vantrel {
 
 class ConsoleWindow;
+class ComparisonWindow;
 class HexLinesModel;
 class MonitorTableModel;
 
@@ -59,6 +60,10 @@ public:
     // Sends the selected put or call again, traced as any call; a row that
     // is no put or call is refused with the reason in the status line.
     void SendSelectedAgain();
+    // Replays a record against the console's server and shows how each
+    // answer compares; null (the reason in the status line) when there is
+    // no server or the record stops early. The window stays with this one.
+    ComparisonWindow* CompareWith(const QString& record);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -71,6 +76,7 @@ private:
     void CopyRows();
     void Clear();
     void AskExport();
+    void AskCompare();
     void SelectionChanged();
     void ShowDetail();
     void SetDetail(const QString& line);

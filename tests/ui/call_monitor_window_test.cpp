@@ -5,6 +5,7 @@
 #include "support/qt/modal.h"
 #include "support/qt/console.h"
 #include "ui/call_monitor_window.h"
+#include "ui/comparison_window.h"
 #include "ui/qt_ports.h"
 #include "ui/window_places.h"
 
@@ -29,6 +30,8 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QTableView>
+#include <QTableWidget>
+#include <QTextBlock>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
@@ -493,6 +496,73 @@ TEST_F(CallMonitorWindowTest, Picture) {
     const QImage picture = window.grab().toImage();
     ASSERT_FALSE(picture.isNull());
     EXPECT_TRUE(picture.save(QStringLiteral("call-monitor.png"), "PNG"));
+}
+
+}  // namespace
+}  // namespace vantrel
+
+namespace vantrel {
+namespace {
+
+// Characters of a view drawn on a background of their own: the marks.
+QString MarkedIn(QPlainTextEdit* view) {
+    QString marked;
+    for (QTextBlock block = view->document()->begin(); block.isValid(); block = block.next()) {
+        for (auto fragment = block.begin(); !fragment.atEnd(); ++fragment) {
+            if (fragment.fragment().charFormat().hasProperty(QTextFormat::BackgroundBrush)) {
+                marked += fragment.fragment().text();
+            }
+        }
+    }
+    return marked;
+}
+
+TEST_F(CallMonitorWindowTest, ComparesARecordWithTheServerAndMarksWhatDiffers) {
+    CallMonitorWindow& window = Open();
+    window.SetServerReach([this] { return &app_->console().KRM(); });
+    QTemporaryDir folder;
+    const QString record = folder.filePath(QStringLiteral("record.jsonl"));
+    std::ofstream(record.toStdString(), std::ios::binary)
+        << R"({"op":"create","progid":"Vantrel.Application"})"
+           "\n"
+        << R"({"op":"call","member":"CardQue","result":{"text":"Card=1\r\n"}})"
+           "\n"
+        << R"({"op":"msgbox","text":"Sure?","title":"VantrelTest","buttons":"ok","answer":"ok"})"
+           "\n"
+        << R"({"op":"call","member":"CardQue","result":{"text":"Card=9\r\nReader=\u001b07\r\n"}})"
+           "\n";
+    server_->QueueAnswer("CardQue", Variant::OfText(u"Card=1\r\n"));
+    server_->QueueAnswer("CardQue", Variant::OfText(u"Card=2\r\nReader=\x1b"
+                                                    u"07\r\n"));
+
+    ComparisonWindow* comparison = window.CompareWith(record);
+    ASSERT_NE(comparison, nullptr);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(comparison));
+    auto* rows = comparison->findChild<QTableWidget*>(QStringLiteral("ComparisonRows"));
+    ASSERT_EQ(rows->rowCount(), 3);  // the box is not sent
+    EXPECT_EQ(rows->item(1, 1)->text(), QStringLiteral("CardQue"));
+    EXPECT_EQ(rows->item(1, 2)->text(), QStringLiteral("same"));
+    EXPECT_EQ(rows->item(2, 0)->text(), QStringLiteral("4"));
+    EXPECT_EQ(rows->item(2, 2)->text(), QStringLiteral("changed"));
+
+    comparison->SelectRow(2);
+    auto* oldText = comparison->findChild<QPlainTextEdit*>(QStringLiteral("ComparisonOldText"));
+    auto* newText = comparison->findChild<QPlainTextEdit*>(QStringLiteral("ComparisonNewText"));
+    EXPECT_EQ(oldText->toPlainText(), QStringLiteral("Card=9«CR»«LF»\nReader=«ESC»07«CR»«LF»\n"));
+    EXPECT_EQ(MarkedIn(oldText), QStringLiteral("9"));
+    EXPECT_EQ(MarkedIn(newText), QStringLiteral("2"));
+    EXPECT_EQ(comparison->findChild<QLabel*>(QStringLiteral("ComparisonLines"))->text(),
+              QStringLiteral("key Card changed: old \"9\"  |  new \"2\""));
+    // The replayed calls are the session's own: traced, and in the monitor.
+    window.Flush();
+    EXPECT_EQ(Rows(), 3);
+    if (const char* pictures = std::getenv("VANTREL_PICTURES")) {
+        comparison->grab().save(QString::fromLocal8Bit(pictures) + QStringLiteral("/replay-comparison.png"));
+    }
+
+    // No server: the reason, and no window.
+    window.SetServerReach([] { return nullptr; });
+    EXPECT_EQ(window.CompareWith(record), nullptr);
 }
 
 }  // namespace
