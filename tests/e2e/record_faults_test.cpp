@@ -8,6 +8,7 @@
 
 #include <sys/wait.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -111,6 +112,43 @@ INSTANTIATE_TEST_SUITE_P(
               "printf 'forecourt packet 3 \"%01000d\"\\n' 0 > p.vts; $B --script p.vts --simulator", 2,
               "forecourt: a terminal packet holds at most 999 characters, not 1000"}),
     [](const ::testing::TestParamInfo<Fault>& info) { return info.param.name; });
+
+// Each reason the system gives for a trace it will not let be written is
+// told as that reason. The set-up needs root's powers (another user, a
+// mount of its own, an immutable file): where it cannot be made, the case
+// is skipped and says so (exit 77 from its set-up).
+TEST(TraceRefused, EachReasonIsToldAsItIs) {
+    const struct {
+        const char* name;
+        std::string command;
+        const char* message;
+    } cases[] = {
+        {"no permission",
+         "mkdir locked && chmod 555 locked && chmod 755 . && setpriv --reuid=65534 --regid=65534 "
+         "--clear-groups true || exit 77; setpriv --reuid=65534 --regid=65534 --clear-groups " +
+             kRun + " --trace locked/t.jsonl",
+         "cannot write the trace locked/t.jsonl: no permission to write it"},
+        {"a read-only file system",
+         "mkdir ro && unshare -m true || exit 77; unshare -m sh -c 'mount -t tmpfs -o ro "
+         "none ro && exec \"$0\" --script script.vts --simulator --trace ro/t.jsonl' \"$B\"",
+         "cannot write the trace ro/t.jsonl: the file system is read-only"},
+        {"an immutable file",
+         "touch t.jsonl && chattr +i t.jsonl || exit 77; " + kRun +
+             " --trace t.jsonl; code=$?; chattr -i t.jsonl; exit $code",
+         "cannot write the trace t.jsonl: the file may not be changed"},
+        {"a folder", "mkdir d; " + kRun + " --trace d", "cannot write the trace d: it is a folder"},
+    };
+    for (const auto& fault : cases) {
+        SCOPED_TRACE(fault.name);
+        const ShellRun run = Shell(fault.command);
+        if (run.exitCode == 77) {
+            std::printf("skipped here: %s (its set-up needs root's powers)\n", fault.name);
+            continue;
+        }
+        EXPECT_EQ(2, run.exitCode) << run.err;
+        EXPECT_THAT(run.err, HasSubstr(fault.message));
+    }
+}
 
 TEST(ScriptFile, AByteOrderMarkIsNoCommandAndTheScriptRunsToItsEnd) {
     const ShellRun run = Shell(
