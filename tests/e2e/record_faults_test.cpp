@@ -187,6 +187,21 @@ TEST(SessionLog, EveryInteractiveRunKeepsOneUnlessToldNot) {
     EXPECT_EQ(2, logs);
 }
 
+// Two consoles started together must not share a log: ten pairs leave
+// twenty, each with only its own run's one creation.
+TEST(SessionLog, TenPairsStartedTogetherLeaveTwentyLogs) {
+    const ShellRun run = Shell(
+        "export XDG_STATE_HOME=$PWD/state; for pair in $(seq 10); do "
+        "$B --simulator --exit-when-shown > /dev/null & $B --simulator --exit-when-shown > /dev/null & wait; done");
+    ASSERT_EQ(0, run.exitCode) << run.err;
+    int logs = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(run.folder / "state/vantrel-test/logs")) {
+        EXPECT_EQ("{\"op\":\"create\",\"progid\":\"Vantrel.Application\"}\n", Slurp(entry.path())) << entry.path();
+        ++logs;
+    }
+    EXPECT_EQ(20, logs);
+}
+
 TEST(SessionLog, TheNewestTwentyAreKept) {
     std::string make =
         "mkdir -p state/vantrel-test/logs && for n in $(seq 10 34); do "
