@@ -59,9 +59,9 @@ void ProcessErrorReport::Tell(const RuntimeError& error) {
             details += (details.empty() ? "" : "\n\n") +
                        std::string("This session's calls, boxes and this report are in its log:\n") + sessionLog_;
         }
-        ShowBox("Run-time error '" + std::to_string(error.number()) + "':\n\n" + error.description(), details);
+        ShowBox("Run-time error '" + ErrorNumberText(error.number()) + "':\n\n" + error.description(), details);
     }
-    const std::string line = "Run-time error " + std::to_string(error.number()) + ": " +
+    const std::string line = "Run-time error " + ErrorNumberText(error.number()) + ": " +
                              WithControlsEscaped(error.description(), ControlEscapes::All) + "\n";
     std::fwrite(line.data(), 1, line.size(), stderr);
     if (!lastCall_.empty()) {

@@ -686,7 +686,8 @@ void CallMonitorWindow::SendSelectedAgain() {
             SendAgain(*row, *server);
             message_ = tr("#%1 sent again").arg(number);
         } catch (const RuntimeError& error) {
-            message_ = tr("#%1 sent again: error %2").arg(number).arg(error.number());
+            message_ =
+                tr("#%1 sent again: error %2").arg(number).arg(QString::fromStdString(ErrorNumberText(error.number())));
         }
         Flush();
     } else {
