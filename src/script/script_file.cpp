@@ -1,5 +1,7 @@
 #include "script_file.h"
 
+#include "server/text.h"
+
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
@@ -41,24 +43,6 @@ std::string Where(std::string_view bytes, std::size_t offset, std::size_t unit =
 using Decoded = std::variant<std::string, std::string>;
 
 Decoded Refusal(std::string why) { return Decoded(std::in_place_index<1>, std::move(why)); }
-
-void AppendUtf8(std::string& out, std::uint32_t code) {
-    if (code < 0x80) {
-        out.push_back(static_cast<char>(code));
-    } else if (code < 0x800) {
-        out.push_back(static_cast<char>(0xC0 | (code >> 6)));
-        out.push_back(static_cast<char>(0x80 | (code & 0x3F)));
-    } else if (code < 0x10000) {
-        out.push_back(static_cast<char>(0xE0 | (code >> 12)));
-        out.push_back(static_cast<char>(0x80 | ((code >> 6) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | (code & 0x3F)));
-    } else {
-        out.push_back(static_cast<char>(0xF0 | (code >> 18)));
-        out.push_back(static_cast<char>(0x80 | ((code >> 12) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | ((code >> 6) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | (code & 0x3F)));
-    }
-}
 
 // The offset of the first byte that is not part of well-formed UTF-8
 // (shortest forms only, no surrogates, nothing above U+10FFFF), or npos.
@@ -110,21 +94,25 @@ Decoded FromUtf16(std::string_view bytes, bool bigEndian) {
     const auto unit = [&](std::size_t k) {
         const auto first = static_cast<unsigned char>(bytes[k]);
         const auto second = static_cast<unsigned char>(bytes[k + 1]);
-        return static_cast<std::uint32_t>(bigEndian ? (first << 8) | second : (second << 8) | first);
+        return static_cast<char16_t>(bigEndian ? (first << 8) | second : (second << 8) | first);
     };
-    std::string out;
-    out.reserve(bytes.size() / 2);
+    Text units;
+    units.reserve(bytes.size() / 2 - 1);
     for (std::size_t i = 2; i < bytes.size(); i += 2) {
-        std::uint32_t code = unit(i);
-        if (code >= 0xD800 && code <= 0xDBFF && i + 2 < bytes.size() && unit(i + 2) >= 0xDC00 &&
-            unit(i + 2) <= 0xDFFF) {
-            code = 0x10000 + ((code - 0xD800) << 10) + (unit(i + 2) - 0xDC00);
-            i += 2;
-        } else if (code >= 0xD800 && code <= 0xDFFF) {
+        const char16_t code = unit(i);
+        const bool high = code >= 0xD800 && code <= 0xDBFF;
+        const bool low = code >= 0xDC00 && code <= 0xDFFF;
+        const bool paired = high && i + 2 < bytes.size() && unit(i + 2) >= 0xDC00 && unit(i + 2) <= 0xDFFF;
+        if ((high && !paired) || low) {
             return Refusal(Where(bytes, i, 2, bigEndian) + ": a lone UTF-16 surrogate " + Hex(code) + "; " + kAccepted);
         }
-        AppendUtf8(out, code);
+        units.push_back(code);
+        if (paired) {
+            units.push_back(unit(i + 2));
+            i += 2;
+        }
     }
+    std::string out = ToUtf8(units);
     return Decoded(std::in_place_index<0>, std::move(out));
 }
 
