@@ -136,6 +136,50 @@ std::variant<RunRecords, int> OpenRunRecords(const ProgramOptions& options, Call
     return records;
 }
 
+namespace {
+
+// The simulator behind a second creation: the first object still owns it.
+class SimulatorAgain final : public AutomationObject {
+public:
+    explicit SimulatorAgain(Simulator& simulator)
+        : simulator_(simulator) {}
+    void Put(std::string_view member, const Variant& value) override { simulator_.Put(member, value); }
+    Variant Call(std::string_view member) override { return simulator_.Call(member); }
+    Variant Call(std::string_view member, const Variant& argument) override {
+        return simulator_.Call(member, argument);
+    }
+    Variant CallByRef(std::string_view member, Variant& argument) override {
+        return simulator_.CallByRef(member, argument);
+    }
+
+private:
+    Simulator& simulator_;
+};
+
+class NewestSteering final : public SimulatorSteering {
+public:
+    explicit NewestSteering(ServerReached& reached)
+        : reached_(reached) {}
+    std::string Steer(const ScriptCommand& command, const std::string& line) override {
+        return reached_.steering ? reached_.steering->Steer(command, line) : "the server has no steering";
+    }
+
+private:
+    ServerReached& reached_;
+};
+
+}  // namespace
+
+SimulatorSteering* ServerReached::ForScript() {
+    if (!steering) {
+        return nullptr;
+    }
+    if (!forwarder_) {
+        forwarder_ = std::make_unique<NewestSteering>(*this);
+    }
+    return forwarder_.get();
+}
+
 void RegisterServers(ServerRegistry& servers, const ProgramOptions& options, ServerReached& reached) {
 #if defined(_WIN32)
     if (!options.simulator) {
@@ -157,7 +201,13 @@ void RegisterServers(ServerRegistry& servers, const ProgramOptions& options, Ser
     }
     // Script mode runs it on a clock that only "server time" lines move.
     const bool manualClock = options.script.has_value();
-    servers.Register(std::string(kServerProgId), [&reached, manualClock] {
+    servers.Register(std::string(kServerProgId), [&reached, manualClock]() -> std::unique_ptr<AutomationObject> {
+        // Made again (a reconnect), the simulator comes back as it was, its
+        // forecourt and its window included: a server restarted in place.
+        if (reached.simulator) {
+            reached.simulator->SetGone(false);
+            return std::make_unique<SimulatorAgain>(*reached.simulator);
+        }
         auto created = manualClock ? std::make_unique<Simulator>(std::make_unique<simulation::ManualClock>(
                                          simulation::ManualClock::Waits::Slept))
                                    : std::make_unique<Simulator>();
