@@ -29,13 +29,6 @@ TEST(ServerGone, AnHresultNumberIsReportedWithItsCodeBesideIt) {
         run.trace.back());
 }
 
-TEST(ServerGone, ANumberOfThePlatformsOwnStaysPlain) {
-    const ScriptRun run = RunConsole("server fail SystemVersions 429 \"\"\nclick SystemVersions\n");
-    EXPECT_EQ(1, run.exitCode);
-    EXPECT_THAT(run.err, HasSubstr("Run-time error 429: "));
-    EXPECT_THAT(run.err, Not(HasSubstr("429 (")));
-}
-
 // Each line of the trace by what it is: "create", "call M ok", "call M
 // gone", "report N", read from the JSON text as it stands.
 std::vector<std::string> Outline(const ScriptRun& run) {

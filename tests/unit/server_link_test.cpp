@@ -16,14 +16,6 @@ namespace {
 
 using testing::RecordingServer;
 
-TEST(ErrorNumbers, AFailingHresultReadsWithItsCodeAndThePlatformsOwnPlain) {
-    EXPECT_EQ("-2147023174 (800706ba)", ErrorNumberText(-2147023174));
-    EXPECT_EQ("-2147417848 (80010108)", ErrorNumberText(-2147417848));
-    EXPECT_EQ("-2147467259 (80004005)", ErrorNumberText(-2147467259));  // E_FAIL
-    EXPECT_EQ("438", ErrorNumberText(438));
-    EXPECT_EQ("5", ErrorNumberText(5));
-}
-
 TEST(ErrorNumbers, OnlyTheCodesOfAServerThatHasGoneSaySo) {
     for (const int gone : {-2147023174, -2147023170, -2147417848, -2147418105, -2147418094, -2147220995}) {
         EXPECT_TRUE(IsServerGone(RuntimeError(gone, ""))) << gone;
