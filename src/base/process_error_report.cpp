@@ -17,8 +17,8 @@ namespace {
 
 constexpr const char* kServerGone =
     "The server has gone. Tools > Reconnect to the server creates it again (in a script, the line "
-    "\"reconnect\"); the session, its log and the call monitor stay. Until then each call to the server "
-    "fails and is traced, without another report.";
+    "menu \"Tools\" \"Reconnect to the server\"); the session, its log and the call monitor stay. Until then "
+    "each call to the server fails and is traced, without another report.";
 
 }  // namespace
 
