@@ -56,6 +56,7 @@ std::string Written(const ScriptCommand& command) {
         return "server time +" + std::to_string(command.number / 1000) + "." + thousandths;
     }
     case Verb::ServerAuto: return command.number != 0 ? "server auto on" : "server auto off";
+    case Verb::ServerDie: return "server die";
     case Verb::ForecourtLift:
         return "forecourt lift " + std::to_string(command.position) + " hose " + std::to_string(command.hose);
     case Verb::ForecourtHang: return "forecourt hang " + std::to_string(command.position);

@@ -6,10 +6,12 @@
 #include "app/shown_probe.h"
 #include "app/trace_output.h"
 #include "base/console.h"
+#include "base/reconnect.h"
 #include "script/script_file.h"
 #include "script/script_runner.h"
 #include "script/simulator_steering.h"
 #include "server/server_calls.h"
+#include "server/server_link.h"
 #include "server/trace_json.h"
 #include "simulator/simulator.h"
 #include "ui/call_monitor_window.h"
@@ -139,7 +141,10 @@ int main(int argc, char* argv[]) {
     vantrel::Prompter& prompter = options.script ? static_cast<vantrel::Prompter&>(scripted) : boxes;
     vantrel::ConsoleOptions consoleOptions;
     consoleOptions.runTimers = !options.script;
-    vantrel::ConsoleApp console(vantrel::AllForms(), servers, events, prompter, report, consoleOptions);
+    // The console's server behind a link that Tools > Reconnect makes again.
+    vantrel::ServerLink link(events);
+    const vantrel::ServerRegistry linked = link.Linked(servers);
+    vantrel::ConsoleApp console(vantrel::AllForms(), linked, events, prompter, report, consoleOptions);
     // Listens before the load, so the monitor has the whole session, the
     // creation of the server included, whenever it is opened.
     vantrel::CallMonitor monitor(events, console.window());
@@ -166,6 +171,10 @@ int main(int argc, char* argv[]) {
             settings.setValue(kKeepGoingKey, on);
         }
     });
+    QAction* reconnect = console.window().toolsMenu().addAction(QString::fromStdU16String(vantrel::kReconnectEntry));
+    reconnect->setObjectName(QStringLiteral("ReconnectEntry"));
+    QObject::connect(reconnect, &QAction::triggered,
+                     [&console, &link, &report] { vantrel::ReconnectToServer(console.console(), link, report); });
     std::unique_ptr<vantrel::ShownProbe> probe;
     if (options.exitWhenShown) {
         probe = std::make_unique<vantrel::ShownProbe>(console.window());
@@ -175,7 +184,7 @@ int main(int argc, char* argv[]) {
     vantrel::QtScriptFrontEnd frontEnd(console);
     if (options.script) {
         runner = std::make_unique<vantrel::ScriptRunner>(*options.script, std::move(scriptLines), console.console(),
-                                                         frontEnd, scripted, reached.steering.get());
+                                                         frontEnd, scripted, reached.ForScript());
     }
     if (runner) {
         runner->Start();

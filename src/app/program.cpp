@@ -183,6 +183,68 @@ std::variant<RunRecords, int> OpenRunRecords(const ProgramOptions& options, Call
     return records;
 }
 
+namespace {
+
+// The simulator as the registry hands it out. The first creation owns it
+// and, when it goes, forgets it in `reached`, so that a later creation (a
+// replay's second run) makes a fresh one; a creation while it lives (a
+// reconnect) reaches the same simulator.
+class SimulatorObject final : public AutomationObject {
+public:
+    SimulatorObject(std::unique_ptr<Simulator> owned, ServerReached& reached)
+        : owned_(std::move(owned))
+        , simulator_(*owned_)
+        , reached_(&reached) {}
+    explicit SimulatorObject(Simulator& simulator)
+        : simulator_(simulator) {}
+    ~SimulatorObject() override {
+        if (reached_ && reached_->simulator == &simulator_) {
+            reached_->simulator = nullptr;
+            reached_->steering.reset();
+        }
+    }
+    SimulatorObject(const SimulatorObject&) = delete;
+    SimulatorObject& operator=(const SimulatorObject&) = delete;
+
+    void Put(std::string_view member, const Variant& value) override { simulator_.Put(member, value); }
+    Variant Call(std::string_view member) override { return simulator_.Call(member); }
+    Variant Call(std::string_view member, const Variant& argument) override {
+        return simulator_.Call(member, argument);
+    }
+    Variant CallByRef(std::string_view member, Variant& argument) override {
+        return simulator_.CallByRef(member, argument);
+    }
+
+private:
+    std::unique_ptr<Simulator> owned_;
+    Simulator& simulator_;
+    ServerReached* reached_ = nullptr;
+};
+
+class NewestSteering final : public SimulatorSteering {
+public:
+    explicit NewestSteering(ServerReached& reached)
+        : reached_(reached) {}
+    std::string Steer(const ScriptCommand& command, const std::string& line) override {
+        return reached_.steering ? reached_.steering->Steer(command, line) : "the server has no steering";
+    }
+
+private:
+    ServerReached& reached_;
+};
+
+}  // namespace
+
+SimulatorSteering* ServerReached::ForScript() {
+    if (!steering) {
+        return nullptr;
+    }
+    if (!forwarder_) {
+        forwarder_ = std::make_unique<NewestSteering>(*this);
+    }
+    return forwarder_.get();
+}
+
 void RegisterServers(ServerRegistry& servers, const ProgramOptions& options, ServerReached& reached) {
 #if defined(_WIN32)
     if (!options.simulator) {
@@ -204,15 +266,23 @@ void RegisterServers(ServerRegistry& servers, const ProgramOptions& options, Ser
     }
     // Script mode runs it on a clock that only "server time" lines move.
     const bool manualClock = options.script.has_value();
-    servers.Register(std::string(kServerProgId), [&reached, manualClock, release = options.release] {
-        auto created = manualClock ? std::make_unique<Simulator>(std::make_unique<simulation::ManualClock>(
-                                         simulation::ManualClock::Waits::Slept))
-                                   : std::make_unique<Simulator>();
-        created->PlayRelease(release);
-        reached.simulator = created.get();
-        reached.steering = std::make_unique<InProcessSteering>(*created);
-        return created;
-    });
+    servers.Register(std::string(kServerProgId),
+                     [&reached, manualClock, release = options.release]() -> std::unique_ptr<AutomationObject> {
+                         // Made again (a reconnect), the simulator comes back as it was, its
+                         // forecourt and its window included: a server restarted in place.
+                         if (reached.simulator) {
+                             reached.simulator->SetGone(false);
+                             return std::make_unique<SimulatorObject>(*reached.simulator);
+                         }
+                         auto created = manualClock
+                                            ? std::make_unique<Simulator>(std::make_unique<simulation::ManualClock>(
+                                                  simulation::ManualClock::Waits::Slept))
+                                            : std::make_unique<Simulator>();
+                         created->PlayRelease(release);
+                         reached.simulator = created.get();
+                         reached.steering = std::make_unique<InProcessSteering>(*created);
+                         return std::make_unique<SimulatorObject>(std::move(created), reached);
+                     });
 }
 
 }  // namespace vantrel

@@ -68,7 +68,14 @@ std::variant<RunRecords, int> OpenRunRecords(const ProgramOptions& options, Call
 // COM to the simulator DLL, which then runs on script mode's clock too.
 struct ServerReached {
     Simulator* simulator = nullptr;
-    std::unique_ptr<SimulatorSteering> steering;
+    std::unique_ptr<SimulatorSteering> steering;  // the newest server's
+    // Where a script's server and forecourt lines go: always to the newest
+    // server's steering, so that after a reconnect no line reaches the one
+    // that has gone. Null when the server has none.
+    SimulatorSteering* ForScript();
+
+private:
+    std::unique_ptr<SimulatorSteering> forwarder_;
 };
 void RegisterServers(ServerRegistry& servers, const ProgramOptions& options, ServerReached& reached);
 

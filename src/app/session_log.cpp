@@ -8,6 +8,12 @@
 #include <system_error>
 #include <vector>
 
+#if defined(_WIN32)
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+#endif
+
 namespace vantrel {
 
 namespace {
@@ -43,6 +49,38 @@ void Prune(const std::filesystem::path& folder) {
         bytes -= std::min(bytes, std::filesystem::file_size(logs[first], error));
         std::filesystem::remove(logs[first], error);
     }
+}
+
+// A file made new for this run, never one that exists: the system makes it
+// and refuses a name already taken in one step, so that two runs started in
+// the same second cannot both have one log. The C runtime that MinGW links
+// on Windows (msvcrt.dll) ignores fopen's "x" and would open, and empty,
+// another run's log; the system's own call does not. Null with errno set
+// (EEXIST for a name taken) when it cannot be made.
+std::FILE* CreateNew(const std::filesystem::path& path) {
+#if defined(_WIN32)
+    HANDLE handle = CreateFileW(path.wstring().c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
+                                FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        const DWORD error = GetLastError();
+        errno = error == ERROR_FILE_EXISTS || error == ERROR_ALREADY_EXISTS ? EEXIST
+                : error == ERROR_ACCESS_DENIED                              ? EACCES
+                                                                            : EIO;
+        return nullptr;
+    }
+    const int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(handle), _O_WRONLY | _O_BINARY);
+    if (descriptor < 0) {
+        CloseHandle(handle);
+        return nullptr;
+    }
+    std::FILE* file = _fdopen(descriptor, "wb");
+    if (!file) {
+        _close(descriptor);
+    }
+    return file;
+#else
+    return std::fopen(path.string().c_str(), "wbx");
+#endif
 }
 
 }  // namespace
@@ -87,7 +125,7 @@ SessionLog OpenSessionLog(const std::filesystem::path& folder) {
         const std::string name =
             std::string("session-") + stamp + (attempt > 1 ? "-" + std::to_string(attempt) : std::string()) + ".jsonl";
         const std::filesystem::path path = folder / name;
-        log.file = std::fopen(path.string().c_str(), "wbx");  // never another run's log
+        log.file = CreateNew(path);  // never another run's log
         if (log.file) {
             log.path = path.string();
         } else if (errno != EEXIST) {

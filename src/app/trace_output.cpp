@@ -7,7 +7,9 @@
 #include <system_error>
 
 #if defined(_WIN32)
-#include <share.h>
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
 #else
 #include <csignal>
 #include <fcntl.h>
@@ -25,10 +27,28 @@ std::string Refused(const std::string& path, const std::string& why) {
     return "cannot write the trace " + path + ": " + why;
 }
 
+constexpr const char* kHeld = "another run of vantrel-test is writing it";
+constexpr const char* kFolder = "it is a folder";
+constexpr const char* kNoPermission = "no permission to write it";
+constexpr const char* kReadOnly = "the file system is read-only";
+
 bool SameFile(const std::string& a, const std::string& b) {
     std::error_code error;
     return std::filesystem::equivalent(a, b, error) && !error;
 }
+
+#if !defined(_WIN32)
+std::string WhyNotOpened(int error) {
+    switch (error) {
+    case ENXIO: return "it is a FIFO that no program reads";
+    case EISDIR: return kFolder;
+    case EACCES: return kNoPermission;
+    case EPERM: return "the file may not be changed (" + std::string(std::strerror(error)) + ")";
+    case EROFS: return kReadOnly;
+    default: return std::strerror(error);
+    }
+}
+#endif
 
 }  // namespace
 
@@ -39,17 +59,51 @@ OpenedTrace OpenTrace(const std::string& path, const std::optional<std::string>&
         return opened;
     }
 #if defined(_WIN32)
-    // Shared for reading only: another run cannot open it for writing.
-    opened.file = _fsopen(path.c_str(), "wb", _SH_DENYWR);
+    // Opened by the system's own call, so that its error says which of the
+    // reasons it is; shared for reading only: another run cannot write it.
+    std::wstring wide(path.size(), L'\0');
+    wide.resize(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, path.data(), static_cast<int>(path.size()),
+                                                             wide.data(), static_cast<int>(wide.size()))));
+    HANDLE handle =
+        CreateFileW(wide.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        const DWORD error = GetLastError();
+        const DWORD attributes = GetFileAttributesW(wide.c_str());
+        std::string why;
+        if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY)) {
+            why = kFolder;
+        } else if (error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION) {
+            why = kHeld;
+        } else if (error == ERROR_WRITE_PROTECT) {
+            why = kReadOnly;
+        } else if (error == ERROR_ACCESS_DENIED && attributes != INVALID_FILE_ATTRIBUTES &&
+                   (attributes & FILE_ATTRIBUTE_READONLY)) {
+            why = "the file is read-only";
+        } else if (error == ERROR_ACCESS_DENIED) {
+            why = kNoPermission;
+        } else {
+            why = "system error " + std::to_string(error);
+        }
+        opened.problem = Refused(path, why);
+        return opened;
+    }
+    SetEndOfFile(handle);  // ours now: what was there goes
+    const int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(handle), _O_WRONLY | _O_BINARY);
+    opened.file = descriptor >= 0 ? _fdopen(descriptor, "wb") : nullptr;
     if (!opened.file) {
-        opened.problem = Refused(path, errno == EACCES ? "another program is writing it" : std::strerror(errno));
+        opened.problem = Refused(path, std::strerror(errno));
+        if (descriptor >= 0) {
+            _close(descriptor);
+        } else {
+            CloseHandle(handle);
+        }
     }
 #else
     // Not truncated before it is known to be ours; a FIFO opened without
     // waiting for a reader.
     const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666);
     if (descriptor < 0) {
-        opened.problem = Refused(path, errno == ENXIO ? "it is a FIFO that no program reads" : std::strerror(errno));
+        opened.problem = Refused(path, WhyNotOpened(errno));
         return opened;
     }
     struct stat status {};
@@ -58,8 +112,7 @@ OpenedTrace OpenTrace(const std::string& path, const std::optional<std::string>&
         if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
             const int error = errno;
             ::close(descriptor);
-            opened.problem = Refused(
-                path, error == EWOULDBLOCK ? "another run of vantrel-test is writing it" : std::strerror(error));
+            opened.problem = Refused(path, error == EWOULDBLOCK ? kHeld : std::strerror(error));
             return opened;
         }
         if (::ftruncate(descriptor, 0) != 0) {

@@ -5,9 +5,11 @@
 #include "app/program.h"
 #include "app/replay_run.h"
 #include "app/trace_output.h"
+#include "base/reconnect.h"
 #include "script/script_file.h"
 #include "script/script_runner.h"
 #include "script/simulator_steering.h"
+#include "server/server_link.h"
 #include "simulator/simulator.h"
 #include "win32/win32_console.h"
 #include "win32/win32_ports.h"
@@ -84,8 +86,12 @@ int wmain(int argc, wchar_t* argv[]) {
     events.Add(&report);
     report.SetKeepGoing(options.keepGoing);
     vantrel::Prompter& prompter = options.script ? static_cast<vantrel::Prompter&>(scripted) : boxes;
-    vantrel::win32::ConsoleApp console(vantrel::AllForms(), servers, events, prompter, report,
+    // The console's server behind a link that Tools > Reconnect makes again.
+    vantrel::ServerLink link(events);
+    const vantrel::ServerRegistry linked = link.Linked(servers);
+    vantrel::win32::ConsoleApp console(vantrel::AllForms(), linked, events, prompter, report,
                                        !options.script.has_value());
+    console.onReconnect = [&console, &link, &report] { vantrel::ReconnectToServer(console.console(), link, report); };
     try {
         console.Load();
     } catch (const vantrel::RuntimeError& error) {
@@ -99,7 +105,7 @@ int wmain(int argc, wchar_t* argv[]) {
     vantrel::win32::ScriptFrontEnd frontEnd(console);
     if (options.script) {
         runner = std::make_unique<vantrel::ScriptRunner>(*options.script, std::move(scriptLines), console.console(),
-                                                         frontEnd, scripted, reached.steering.get());
+                                                         frontEnd, scripted, reached.ForScript());
         runner->Start();
     }
     const int code = vantrel::win32::RunMessageLoop([] { return false; }).value_or(0);

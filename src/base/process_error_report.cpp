@@ -1,5 +1,6 @@
 #include "process_error_report.h"
 
+#include "server/server_link.h"
 #include "server/text.h"
 
 #include <chrono>
@@ -12,7 +13,19 @@ ProcessErrorReport::ProcessErrorReport(CallListener& events, Mode mode)
     : events_(events)
     , mode_(mode) {}
 
+namespace {
+
+constexpr const char* kServerGone =
+    "The server has gone. Tools > Reconnect to the server creates it again (in a script, the line "
+    "menu \"Tools\" \"Reconnect to the server\"); the session, its log and the call monitor stay. Until then "
+    "each call to the server fails and is traced, without another report.";
+
+}  // namespace
+
 void ProcessErrorReport::OnEvent(const CallEvent& event) {
+    if (event.op == CallEvent::Op::Create && !event.error) {
+        goneTold_ = false;  // a new server: its going would be news again
+    }
     if (event.op != CallEvent::Op::Put && event.op != CallEvent::Op::Call) {
         return;
     }
@@ -32,6 +45,18 @@ void ProcessErrorReport::OnEvent(const CallEvent& event) {
 }
 
 void ProcessErrorReport::Report(const RuntimeError& error) {
+    if (keepGoing_ && IsServerGone(error)) {
+        // One report says that the server has gone and how to get it back;
+        // the calls that fail after it are in the record only.
+        if (goneTold_) {
+            Trace(error);
+        } else {
+            goneTold_ = true;
+            Tell(error, kServerGone);
+        }
+        reported_ = true;
+        return;
+    }
     Tell(error);
     if (!keepGoing_) {
         std::_Exit(1);
@@ -44,12 +69,16 @@ void ProcessErrorReport::ReportAndEnd(const RuntimeError& error) {
     std::_Exit(1);
 }
 
-void ProcessErrorReport::Tell(const RuntimeError& error) {
+void ProcessErrorReport::Trace(const RuntimeError& error) {
     CallEvent event;
     event.op = CallEvent::Op::Report;
     event.error = error;
     event.when = std::chrono::system_clock::now();
     events_.OnEvent(event);
+}
+
+void ProcessErrorReport::Tell(const RuntimeError& error, const char* advice) {
+    Trace(error);
     if (mode_ == Mode::MessageBox) {
         std::string details;
         if (!lastCall_.empty()) {
@@ -59,11 +88,16 @@ void ProcessErrorReport::Tell(const RuntimeError& error) {
             details += (details.empty() ? "" : "\n\n") +
                        std::string("This session's calls, boxes and this report are in its log:\n") + sessionLog_;
         }
-        ShowBox("Run-time error '" + std::to_string(error.number()) + "':\n\n" + error.description(), details);
+        ShowBox("Run-time error '" + ErrorNumberText(error.number()) + "':\n\n" + error.description() +
+                    (advice ? std::string("\n\n") + advice : std::string()),
+                details);
     }
-    const std::string line = "Run-time error " + std::to_string(error.number()) + ": " +
+    const std::string line = "Run-time error " + ErrorNumberText(error.number()) + ": " +
                              WithControlsEscaped(error.description(), ControlEscapes::All) + "\n";
     std::fwrite(line.data(), 1, line.size(), stderr);
+    if (advice) {
+        std::fprintf(stderr, "%s\n", advice);
+    }
     if (!lastCall_.empty()) {
         const std::string call = "The last call to the server: " + lastCall_ + "\n";
         std::fwrite(call.data(), 1, call.size(), stderr);

@@ -29,6 +29,9 @@ public:
     // default: then every report ends the program.
     void SetKeepGoing(bool on) { keepGoing_ = on; }
     bool keepGoing() const { return keepGoing_; }
+    // With keep-going on, the first error that says the server has gone is
+    // reported with how to reconnect; later ones are traced only, until a
+    // new server is created.
     // Whether any error was reported and gone past.
     bool reported() const { return reported_; }
     // A report that ends the program whatever was asked: the console cannot
@@ -41,13 +44,15 @@ protected:
     virtual void ShowBox(const std::string& message, const std::string& details) = 0;
 
 private:
-    void Tell(const RuntimeError& error);
+    void Trace(const RuntimeError& error);
+    void Tell(const RuntimeError& error, const char* advice = nullptr);
 
     CallListener& events_;
     Mode mode_;
     std::string sessionLog_;
     bool keepGoing_ = false;
     bool reported_ = false;
+    bool goneTold_ = false;
     std::string lastCall_;  // "SystemVersions, call" with what was sent, shortened
 };
 

@@ -73,7 +73,7 @@ std::string ValueLabel(const Variant& value) {
 }
 
 std::string ErrorLabel(const RuntimeError& error) {
-    return "error " + std::to_string(error.number()) + ": " + error.description();
+    return "error " + ErrorNumberText(error.number()) + ": " + error.description();
 }
 
 }  // namespace
@@ -718,7 +718,8 @@ std::string CallMonitorModel::RowLiteral(std::size_t row) const {
         field(LiteralOf(sent));
     }
     if (event.error) {
-        field("-> error " + std::to_string(event.error->number()) + " " + Quoted(FromUtf8(event.error->description())));
+        field("-> error " + ErrorNumberText(event.error->number()) + " " +
+              Quoted(FromUtf8(event.error->description())));
     } else if (const PartView answer = PartOf(pointer, EventPart::Answer); answer.present) {
         field("-> " + LiteralOf(answer));
     }

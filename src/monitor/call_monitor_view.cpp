@@ -192,7 +192,7 @@ void CallMonitorView::SendSelectedAgain(AutomationObject* server) {
             SendAgain(*row, *server);
             message_ = "#" + std::to_string(number) + " sent again";
         } catch (const RuntimeError& error) {
-            message_ = "#" + std::to_string(number) + " sent again: error " + std::to_string(error.number());
+            message_ = "#" + std::to_string(number) + " sent again: error " + ErrorNumberText(error.number());
         }
     } else {
         message_ = "Not sent: there is no server";

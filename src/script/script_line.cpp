@@ -217,9 +217,13 @@ ParsedLine ParseServerLine(const std::vector<Token>& tokens) {
         }
         return Usage("server auto", "on|off");
     }
+    if (word(1, "die") && tokens.size() == 2) {
+        command.verb = ScriptCommand::Verb::ServerDie;
+        return command;
+    }
     return Usage("server",
                  "answer MEMBER \"text\" | answer MEMBER number N | answer MEMBER huge N | fail MEMBER N "
-                 "\"description\" | delay MEMBER MS | time +SECONDS | auto on|off");
+                 "\"description\" | delay MEMBER MS | time +SECONDS | auto on|off | die");
 }
 
 ParsedLine ParseForecourtLine(const std::vector<Token>& tokens) {

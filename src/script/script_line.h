@@ -30,6 +30,7 @@ struct ScriptCommand {
         ServerDelay,  // number: milliseconds
         ServerTime,   // number: milliseconds to move the simulator's clock on
         ServerAuto,   // number: 1 on, 0 off
+        ServerDie,    // every later call fails as to a server whose process died
         ForecourtLift,
         ForecourtHang,
         ForecourtCard,

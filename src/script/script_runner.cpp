@@ -141,7 +141,8 @@ void ScriptRunner::Execute(const ScriptCommand& command) {
     case Verb::ServerFail:
     case Verb::ServerDelay:
     case Verb::ServerTime:
-    case Verb::ServerAuto: Steer(command, "server"); break;
+    case Verb::ServerAuto:
+    case Verb::ServerDie: Steer(command, "server"); break;
     case Verb::ForecourtLift:
     case Verb::ForecourtHang:
     case Verb::ForecourtCard:

@@ -16,6 +16,10 @@ std::string SteerServer(Simulator& simulator, const ScriptCommand& command) {
         }
         return "";
     }
+    if (command.verb == Verb::ServerDie) {
+        simulator.SetGone(true);
+        return "";
+    }
     if (command.verb == Verb::ServerAuto) {
         simulator.SetAutomatic(command.number != 0);
         return "";
@@ -77,7 +81,8 @@ std::string SteerSimulator(Simulator& simulator, const ScriptCommand& command) {
     case Verb::ServerFail:
     case Verb::ServerDelay:
     case Verb::ServerTime:
-    case Verb::ServerAuto: return SteerServer(simulator, command);
+    case Verb::ServerAuto:
+    case Verb::ServerDie: return SteerServer(simulator, command);
     case Verb::ForecourtLift:
     case Verb::ForecourtHang:
     case Verb::ForecourtCard:

@@ -1,6 +1,7 @@
 #include "runtime_error.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <iterator>
 #include <utility>
 
@@ -134,6 +135,16 @@ std::string_view RunTimeErrorText(int number) {
         return found->text;
     }
     return "Application-defined or object-defined error";
+}
+
+std::string ErrorNumberText(int number) {
+    std::string text = std::to_string(number);
+    if (number < 0) {
+        char code[16];
+        std::snprintf(code, sizeof code, " (%08x)", static_cast<unsigned>(number));
+        text += code;
+    }
+    return text;
 }
 
 RuntimeError RunTimeErrorOf(int number) { return {number, std::string(RunTimeErrorText(number))}; }

@@ -24,6 +24,10 @@ private:
 // it; "Application-defined or object-defined error" for a number it has no
 // text of its own for.
 std::string_view RunTimeErrorText(int number);
+// The number as the platform's report shows it: a number of its own plain
+// ("438"), one that is a failing HRESULT with its code in hexadecimal beside
+// it ("-2147023174 (800706ba)"), so that it can be looked up.
+std::string ErrorNumberText(int number);
 // The error with the platform's text for its number.
 RuntimeError RunTimeErrorOf(int number);
 

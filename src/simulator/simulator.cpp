@@ -80,7 +80,19 @@ bool Simulator::Faulted(MemberId member, Variant& answer) {
     return faults_.TakeOutcome(member, answer);
 }
 
+namespace {
+
+void ThrowIfGone(bool gone) {
+    if (gone) {
+        // RPC_S_SERVER_UNAVAILABLE, as a client of a dead server's proxy sees it.
+        throw RuntimeError(static_cast<int>(0x800706BAu), "Automation error: The RPC server is unavailable.");
+    }
+}
+
+}  // namespace
+
 void Simulator::Put(std::string_view member, const Variant& value) {
+    ThrowIfGone(gone_);
     const MemberId id = Lookup(member, Style::Assignment);
     Variant unused;
     Faulted(id, unused);
@@ -90,6 +102,7 @@ void Simulator::Put(std::string_view member, const Variant& value) {
 }
 
 Variant Simulator::Call(std::string_view member) {
+    ThrowIfGone(gone_);
     const auto id = FindMember(member);
     if (!id || (Info(*id).style != Style::Text && Info(*id).style != Style::Numeric)) {
         throw errors::UnsupportedMember();
@@ -114,6 +127,7 @@ Variant Simulator::Released(MemberId member, Variant answer) {
 }
 
 Variant Simulator::Call(std::string_view member, const Variant& argument) {
+    ThrowIfGone(gone_);
     const MemberId id = Lookup(member, Style::WithPosition);
     Variant answer;
     if (Faulted(id, answer)) {

@@ -43,6 +43,11 @@ public:
     Variant Call(std::string_view member, const Variant& argument) override;
     Variant CallByRef(std::string_view member, Variant& argument) override;
 
+    // A server whose process has died, as a client sees it: every put and
+    // call fails with the RPC "server unavailable" error until it is made
+    // again. For trying the way back (Tools > Reconnect to the server).
+    void SetGone(bool gone) { gone_ = gone; }
+
     bool Knows(std::string_view member) const override;
     // An answer queued for an assigned member is used up by its next
     // assignment and changes nothing.
@@ -109,6 +114,7 @@ private:
     static constexpr std::size_t kRememberedWhole = 1024 * 1024;
     std::array<Assignment, kRecent> recent_;
     std::size_t recentCount_ = 0;
+    bool gone_ = false;
 };
 
 }  // namespace vantrel

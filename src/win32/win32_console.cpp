@@ -1,5 +1,6 @@
 #include "win32_console.h"
 
+#include "base/reconnect.h"
 #include "console/setup_dialogs.h"
 
 #include <string>
@@ -80,6 +81,11 @@ MenuBar ConsoleApp::Menus() {
                                }
                            },
                            true, remembered});
+    tools.items.push_back({"ReconnectEntry", kReconnectEntry, [this] {
+                               if (onReconnect) {
+                                   onReconnect();
+                               }
+                           }});
     bar.menus.push_back(std::move(tools));
     bar.menus.push_back(std::move(setup));
     return bar;

@@ -5,6 +5,7 @@
 #include "win32/win32_form_window.h"
 #include "win32/win32_ports.h"
 
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -31,6 +32,9 @@ public:
     FormWindow* Window(std::string_view form);
     // The secondary window shown modally, else the console window.
     FormWindow& Active();
+
+    // What Tools > Reconnect to the server does; the program sets it.
+    std::function<void()> onReconnect;
 
 private:
     void Dispatch(const Handler& handler);

@@ -8,6 +8,7 @@
 
 #include <sys/wait.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -112,6 +113,43 @@ INSTANTIATE_TEST_SUITE_P(
               "forecourt: a terminal packet holds at most 999 characters, not 1000"}),
     [](const ::testing::TestParamInfo<Fault>& info) { return info.param.name; });
 
+// Each reason the system gives for a trace it will not let be written is
+// told as that reason. The set-up needs root's powers (another user, a
+// mount of its own, an immutable file): where it cannot be made, the case
+// is skipped and says so (exit 77 from its set-up).
+TEST(TraceRefused, EachReasonIsToldAsItIs) {
+    const struct {
+        const char* name;
+        std::string command;
+        const char* message;
+    } cases[] = {
+        {"no permission",
+         "mkdir locked && chmod 555 locked && chmod 755 . && setpriv --reuid=65534 --regid=65534 "
+         "--clear-groups true || exit 77; setpriv --reuid=65534 --regid=65534 --clear-groups " +
+             kRun + " --trace locked/t.jsonl",
+         "cannot write the trace locked/t.jsonl: no permission to write it"},
+        {"a read-only file system",
+         "mkdir ro && unshare -m true || exit 77; unshare -m sh -c 'mount -t tmpfs -o ro "
+         "none ro && exec \"$0\" --script script.vts --simulator --trace ro/t.jsonl' \"$B\"",
+         "cannot write the trace ro/t.jsonl: the file system is read-only"},
+        {"an immutable file",
+         "touch t.jsonl && chattr +i t.jsonl || exit 77; " + kRun +
+             " --trace t.jsonl; code=$?; chattr -i t.jsonl; exit $code",
+         "cannot write the trace t.jsonl: the file may not be changed"},
+        {"a folder", "mkdir d; " + kRun + " --trace d", "cannot write the trace d: it is a folder"},
+    };
+    for (const auto& fault : cases) {
+        SCOPED_TRACE(fault.name);
+        const ShellRun run = Shell(fault.command);
+        if (run.exitCode == 77) {
+            std::printf("skipped here: %s (its set-up needs root's powers)\n", fault.name);
+            continue;
+        }
+        EXPECT_EQ(2, run.exitCode) << run.err;
+        EXPECT_THAT(run.err, HasSubstr(fault.message));
+    }
+}
+
 TEST(ScriptFile, AByteOrderMarkIsNoCommandAndTheScriptRunsToItsEnd) {
     const ShellRun run = Shell(
         "printf '\\xEF\\xBB\\xBF# a comment\\nclick Button7\\n' > bom.vts; "
@@ -147,6 +185,21 @@ TEST(SessionLog, EveryInteractiveRunKeepsOneUnlessToldNot) {
         ++logs;
     }
     EXPECT_EQ(2, logs);
+}
+
+// Two consoles started together must not share a log: ten pairs leave
+// twenty, each with only its own run's one creation.
+TEST(SessionLog, TenPairsStartedTogetherLeaveTwentyLogs) {
+    const ShellRun run = Shell(
+        "export XDG_STATE_HOME=$PWD/state; for pair in $(seq 10); do "
+        "$B --simulator --exit-when-shown > /dev/null & $B --simulator --exit-when-shown > /dev/null & wait; done");
+    ASSERT_EQ(0, run.exitCode) << run.err;
+    int logs = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(run.folder / "state/vantrel-test/logs")) {
+        EXPECT_EQ("{\"op\":\"create\",\"progid\":\"Vantrel.Application\"}\n", Slurp(entry.path())) << entry.path();
+        ++logs;
+    }
+    EXPECT_EQ(20, logs);
 }
 
 TEST(SessionLog, TheNewestTwentyAreKept) {

@@ -91,6 +91,11 @@ TEST_F(CallMonitorRows, ShowEveryKindOfEventAsTheTraceHasIt) {
          u"call byref", u"i2 7", u"FP=07«LF»", u"1.500 ms"},
         {FailedEvent(Call("CardQue", std::nullopt, Variant()), 438, kNotSupported), u"CardQue", u"call", u"",
          u"error 438: Object doesn't support this property or method", u"1.500 ms"},
+        // A failing HRESULT as its number shows it: with its code beside it.
+        {FailedEvent(Call("CardQue", std::nullopt, Variant()), -2147023174,
+                     "Automation error: The RPC server is unavailable."),
+         u"CardQue", u"call", u"", u"error -2147023174 (800706ba): Automation error: The RPC server is unavailable.",
+         u"1.500 ms"},
         {Call("ClearTopCardQue", std::nullopt, Variant()), u"ClearTopCardQue", u"call", u"", u"empty", u"1.500 ms"},
         {Put("TankMonitorStartReport", Variant::OfInt32(70000)), u"TankMonitorStartReport", u"put", u"i4 70000", u"",
          u"0.042 ms"},
@@ -152,6 +157,7 @@ TEST_F(CallMonitorRows, CopyARowWithItsValuesAsEscapedLiterals) {
                     Box(CallEvent::Op::MessageBox, u"Do you want Vantrel visible?", u"WindowControl Select", u"no",
                         CallEvent::Buttons::YesNo),
                     Box(CallEvent::Op::InputBox, u"Enter MOP (1, 2, F)", u"MOP Input", u""),
+                    FailedEvent(Call("KeyQue", std::nullopt, Variant()), -2147417848, "Automation error"),
                 });
     EXPECT_EQ(R"vts(21:30:59.123 put Authorize "FuelingPosition=07\r\nHose=0\r\nMOP=F\r\nLimit=999999\r\n\0")vts",
               model.RowLiteral(0));
@@ -161,6 +167,8 @@ TEST_F(CallMonitorRows, CopyARowWithItsValuesAsEscapedLiterals) {
     EXPECT_EQ(R"vts(21:30:59.123 msgbox yesno "WindowControl Select" "Do you want Vantrel visible?" -> no)vts",
               model.RowLiteral(3));
     EXPECT_EQ(R"vts(21:30:59.123 inputbox "MOP Input" "Enter MOP (1, 2, F)" -> "")vts", model.RowLiteral(4));
+    EXPECT_EQ(R"vts(21:30:59.123 call KeyQue -> error -2147417848 (80010108) "Automation error")vts",
+              model.RowLiteral(5));
 }
 
 TEST(CallMonitorSymbols, DrawEveryCharacterSoItCanBeSeen) {
