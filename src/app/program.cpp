@@ -18,6 +18,24 @@ namespace {
 
 constexpr const char* kVersion = "1.0.0 (console Ver 1010.29)";
 
+// Each program's help names only what it has: its own log folder, no Qt and
+// no source tree on Windows.
+#if defined(_WIN32)
+#define VANTREL_HELP_SCRIPT_PLACE ""
+#define VANTREL_HELP_LOGS "                  trace to %LOCALAPPDATA%\\vantrel-test\\logs, one file per\n"
+#define VANTREL_HELP_SHOWN                                                        \
+    "                  KiB\") on standard output and exit with 0 (for start-up\n" \
+    "                  measurements)\n"
+#define VANTREL_HELP_RELEASES "                  comma-separated\n"
+#else
+#define VANTREL_HELP_SCRIPT_PLACE " (on Linux on\n                  Qt's offscreen platform, no display needed)"
+#define VANTREL_HELP_LOGS "                  trace to $XDG_STATE_HOME/vantrel-test/logs, one file per\n"
+#define VANTREL_HELP_SHOWN                                                    \
+    "                  KiB\") on standard output and exit with 0 (start-up\n" \
+    "                  measurements, see bench/run)\n"
+#define VANTREL_HELP_RELEASES "                  comma-separated (see docs/simulator.md)\n"
+#endif
+
 constexpr const char* kHelp =
     "Usage: vantrel-test [--simulator | --local-server] [--trace FILE] [--script FILE] [--no-log]\n"
     "                    [--keep-going] [--exit-when-shown] [--changed-release CHANGES]\n"
@@ -33,22 +51,19 @@ constexpr const char* kHelp =
     "                  a fault in it cannot end the console\n"
     "  --trace FILE    write every server call, box and error report to FILE,\n"
     "                  one JSON object per line, flushed as it happens\n"
-    "  --script FILE   run FILE without a person at the windows (on Linux on\n"
-    "                  Qt's offscreen platform, no display needed) and exit:\n"
+    "  --script FILE   run FILE without a person at the windows" VANTREL_HELP_SCRIPT_PLACE
+    " and exit:\n"
     "                  0 at its end, 1 through the error report, 2 when the\n"
     "                  script itself fails\n"
     "  --keep-going    after a run-time error, show its report and go on instead\n"
     "                  of ending the program (a script then ends with 1 when an\n"
     "                  error was reported); Tools > Keep going after run-time\n"
     "                  errors sets the same for normal runs, and is remembered\n"
-    "  --no-log        write no session log (a run without --script writes its\n"
-    "                  trace to $XDG_STATE_HOME/vantrel-test/logs, one file per\n"
+    "  --no-log        write no session log (a run without --script writes its\n" VANTREL_HELP_LOGS
     "                  run, the newest 20 runs or 100 MB kept)\n"
     "  --exit-when-shown\n"
     "                  once the console window has been painted for the first\n"
-    "                  time, write \"shown\" and the resident size (\"shown 41236\n"
-    "                  KiB\") on standard output and exit with 0 (start-up\n"
-    "                  measurements, see bench/run)\n"
+    "                  time, write \"shown\" and the resident size (\"shown 41236\n" VANTREL_HELP_SHOWN
     "  --replay RECORD send the server events of RECORD (a trace or a session log)\n"
     "                  again, without any window, and report on standard output\n"
     "                  every answer that changed; exit 0 when nothing changed, 1\n"
@@ -65,8 +80,7 @@ constexpr const char* kHelp =
     "                  per server event\n"
     "  --changed-release CHANGES\n"
     "                  the built-in simulator plays a changed release: any of\n"
-    "                  renamed-key, added-line, raised-error, version, slower,\n"
-    "                  comma-separated (see docs/simulator.md)\n"
+    "                  renamed-key, added-line, raised-error, version, slower,\n" VANTREL_HELP_RELEASES
     "  --help          show this text\n"
     "  --version       show the version\n"
     "\n"
